@@ -1,0 +1,13 @@
+# How every target of the project is compiled. The order of floating-point operations is part of the
+# results, so products and sums are never contracted.
+add_library(KivFisheyeOptions INTERFACE)
+target_compile_features(KivFisheyeOptions INTERFACE cxx_std_17)
+target_compile_options(KivFisheyeOptions INTERFACE
+  -ffp-contract=off
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
+
+if(KIVFISHEYE_SANITIZE)
+  target_compile_options(KivFisheyeOptions INTERFACE
+    -fsanitize=${KIVFISHEYE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(KivFisheyeOptions INTERFACE -fsanitize=${KIVFISHEYE_SANITIZE})
+endif()

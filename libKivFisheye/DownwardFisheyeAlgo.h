@@ -1,0 +1,86 @@
+#ifndef KIVFISHEYE_DOWNWARD_FISHEYE_ALGO_H
+#define KIVFISHEYE_DOWNWARD_FISHEYE_ALGO_H
+
+#include "KivFisheyeExport.h"
+
+/// Panoramas of a camera that hangs from a ceiling and looks down.
+///
+/// As for a table camera, but that row 0 of a panorama shows the ring's outer edge, `radiusX` and
+/// `radiusY` from the centre, and the last row its inner edge, `innerRadiusRatio` of that. The
+/// horizon is at the top. Frames, pixels and threads are as `UpwardFisheyeAlgoNS` has them.
+namespace DownwardFisheyeAlgoNS {
+
+/// Evaluates the mapping afresh for every frame: the slow way, which needs no table and turns by
+/// any fraction of a column. Its picture is the mirror image of what `CPanoramaConverter` makes.
+class CPanoramaSimpleConverter {
+public:
+    /// Throws `std::bad_alloc` when memory runs out.
+    KIVFISHEYE_API CPanoramaSimpleConverter();
+    KIVFISHEYE_API ~CPanoramaSimpleConverter();
+    CPanoramaSimpleConverter(const CPanoramaSimpleConverter&) = delete;
+    CPanoramaSimpleConverter& operator=(const CPanoramaSimpleConverter&) = delete;
+
+    /// Stores the sizes in pixels, strides in bytes and the lens; nothing is computed or checked.
+    /// `bitsPerPixel` is kept and not used: the conversion that is called says the pixel size.
+    KIVFISHEYE_API void Init(int srcWidth, int srcHeight, int srcStride, int dstWidth,
+                             int dstHeight, int dstStride, int bitsPerPixel, float radiusX,
+                             float radiusY, float innerRadiusRatio);
+
+    /// Converts one frame, turned by `pan` degrees. Every row is cleared first, padding included; a
+    /// source without pixels, or one whose rows do not fit in its stride, leaves it at that. Throws
+    /// `std::bad_alloc` when memory runs out.
+    KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
+    KIVFISHEYE_API void CvtRGB32(float pan, const unsigned char* src, unsigned char* dst);
+
+private:
+    struct Impl;
+    Impl* m_impl;
+};
+
+/// Converts frames by a table of source addresses that `Init` builds once.
+class CPanoramaConverter {
+public:
+    /// Throws `std::bad_alloc` when memory runs out.
+    KIVFISHEYE_API CPanoramaConverter();
+    KIVFISHEYE_API ~CPanoramaConverter();
+    CPanoramaConverter(const CPanoramaConverter&) = delete;
+    CPanoramaConverter& operator=(const CPanoramaConverter&) = delete;
+
+    /// Builds the table for these sizes in pixels, strides in bytes, lens, and pixels of 24 bits,
+    /// or of 32 for any other `bitsPerPixel`. It takes 4 bytes for each output pixel and a
+    /// twentieth of that again. Throws `std::bad_alloc`, and conversions then write nothing, when
+    /// memory runs out, when output pixels or source bytes exceed what a 32-bit int counts, or when
+    /// the source's rows do not fit in its stride.
+    KIVFISHEYE_API void Init(int srcWidth, int srcHeight, int srcStride, int dstWidth,
+                             int dstHeight, int dstStride, int bitsPerPixel, float radiusX,
+                             float radiusY, float innerRadiusRatio);
+
+    /// Converts one frame of the sizes and the pixel size that `Init` was told. Row padding is not
+    /// touched. The forms with `pan`, in degrees, move the picture to the left by whole columns, so
+    /// 360 divided by `dstWidth` is the smallest turn; they do not turn for a negative pan, and
+    /// write nothing for NaN.
+    KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
+    KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
+    KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);
+    KIVFISHEYE_API void CvtRGB32(float pan, const unsigned char* src, unsigned char* dst);
+
+private:
+    struct Impl;
+    Impl* m_impl;
+};
+
+/// The panorama size in pixels that suits a source frame: as high as the ring is wide and four
+/// outer radii long, along whichever axis of the lens ellipse reaches further as a fraction of the
+/// frame. The width is rounded up to a multiple of 8.
+KIVFISHEYE_API void GetBestFitPanoramaSize(int srcWidth, int srcHeight, float radiusX,
+                                           float radiusY, float innerRadiusRatio, int& width,
+                                           int& height);
+
+/// Width over height of that panorama before any rounding, or 1.0 for a ring without extent. The
+/// source's size does not enter.
+KIVFISHEYE_API float GetBestFitPanoramaRatio(int srcWidth, int srcHeight, float radiusX,
+                                             float radiusY, float innerRadiusRatio);
+
+}  // namespace DownwardFisheyeAlgoNS
+
+#endif

@@ -1,0 +1,19 @@
+#ifndef KIVFISHEYE_PIXEL_H
+#define KIVFISHEYE_PIXEL_H
+
+#include <cstring>
+
+/// A pixel of 24 or 32 bits: opaque bytes in a frame that may stand at any address. No byte outside
+/// the pixel is read or written.
+template <unsigned long bitsPerPixel>
+struct PixelT {
+    static_assert(bitsPerPixel == 24 || bitsPerPixel == 32);
+    static constexpr int kBytes = static_cast<int>(bitsPerPixel / 8);
+
+    static void Copy(const unsigned char* src, unsigned char* dst) {
+        std::memcpy(dst, src, kBytes);
+    }
+    static void Clear(unsigned char* dst) { std::memset(dst, 0, kBytes); }
+};
+
+#endif

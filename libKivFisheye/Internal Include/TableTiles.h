@@ -1,0 +1,40 @@
+#ifndef KIVFISHEYE_TABLE_TILES_H
+#define KIVFISHEYE_TABLE_TILES_H
+
+#include <algorithm>
+
+/// The order in which a table's entries are gone through: tiles of a few rows and a limited width,
+/// one beside the other, and the rows of each from the top. A ring crosses thousands of source
+/// rows; within a tile it crosses few enough for their cache lines to stay near until the tile's
+/// next row needs them again.
+struct TableTiles {
+    int columns;
+    int rows;
+
+    /// What keeps an output frame's rows in their order from first to last.
+    static TableTiles WholeRows(int width) { return {width, 1}; }
+    static TableTiles ForCaches() { return {2048, 32}; }
+
+    /// Calls `visit(y, left, right)` for each row of each tile of a table, with its columns from
+    /// `left` up to but not including `right`.
+    template <class Visit>
+    void ForEachRow(int tableWidth, int tableHeight, Visit&& visit) const {
+        for (int top = 0; top < tableHeight; top += rows) {
+            const int bottom = std::min(tableHeight - top, rows) + top;
+            for (int left = 0; left < tableWidth; left += columns) {
+                const int right = std::min(tableWidth - left, columns) + left;
+                for (int y = top; y < bottom; ++y) {
+                    visit(y, left, right);
+                }
+                if (right == tableWidth) {
+                    break;
+                }
+            }
+            if (bottom == tableHeight) {
+                break;
+            }
+        }
+    }
+};
+
+#endif

@@ -1,0 +1,255 @@
+#ifndef KIVFISHEYE_LIB_H
+#define KIVFISHEYE_LIB_H
+
+/// The surface of libKivFisheye: the value types, the three interfaces of a camera context, and the
+/// six functions that make and reach one.
+///
+/// A client makes a context, tells it the mount and the view, hands over an input and an output
+/// frame, and calls `IKivFisheyeCamera::Process` for every picture:
+///
+///     void* context = CreateKivFisheyeCameraContext();
+///     IKivFisheyeCamera* camera = GetCameraAPI(context);
+///     camera->SetMountAndViewType(KivFisheyeLib::MountTypeCeiling,
+///     KivFisheyeLib::ViewTypeFullPanorama); camera->SetInputVideoParams(input,
+///     KivFisheyeLib::PixelFormatRGB32); camera->GetRecommendOutputVideoSize(&output.width,
+///     &output.height);
+///     // ... allocate the output frame ...
+///     camera->SetOutputVideoParams(output);
+///     camera->Process(0);
+///     DeleteKivFisheyeCameraContext(context);
+///
+/// This header needs C++11 and the standard library alone.
+
+#include <cstdint>
+
+#include "KivFisheyeExport.h"
+
+namespace KivFisheyeLib {
+
+/// How the pixels of both frames are stored. Pixels are opaque bytes that are copied unchanged, so
+/// "RGB" stands for any order of channels. The camera accepts the two formats whose rows run from
+/// the top; the bottom-up ones are named for bitmap headers alone.
+enum PixelFormat : std::uint32_t {
+    PixelFormatBottomUpRGB24 = 0,
+    PixelFormatRGB24 = 1,
+    PixelFormatBottomUpRGB32 = 2,
+    PixelFormatRGB32 = 3
+};
+
+/// Where the camera hangs, and so which way its lens looks: ahead, down, or up.
+enum MountType : std::uint32_t { MountTypeWall = 0, MountTypeCeiling = 1, MountTypeTable = 2 };
+
+/// What the output shows: a flat view that pans, tilts and zooms, two half panoramas one above the
+/// other, or the whole panorama. A wall camera has no dual panorama.
+enum ViewType : std::uint32_t {
+    ViewTypeVCam = 0,
+    ViewTypeDualPanorama = 1,
+    ViewTypeFullPanorama = 2
+};
+
+/// One frame in the client's memory.
+///
+/// `stride` must be exact: the 3 or 4 bytes of each pixel of a row, and after them as many bytes of
+/// padding as lead to the next multiple of 4. `buffer` is the first pixel of the top row and leads
+/// to `stride` times `height` bytes. The library keeps the address, never frees it, and reads or
+/// writes it in `Process` and in calls that convert a frame at once.
+struct VideoFrameInfo {
+    std::uint32_t width;   ///< pixels in a row
+    std::uint32_t height;  ///< rows
+    std::uint32_t stride;  ///< bytes from one row to the next
+    unsigned char* buffer;
+};
+
+/// The lens image inside the input frame. It is an ellipse around the frame's centre.
+struct DewarpParams {
+    float radiusX;  ///< horizontal semi-axis as a fraction of the frame's width, 0 to 1
+    float radiusY;  ///< vertical semi-axis as a fraction of the frame's height, 0 to 1
+    float
+        wallViewAngle;  ///< reach of a wall panorama above and below the horizon, 10 to 90 degrees
+    float innerRadiusRatio;  ///< part of the radius left out around the centre, 0 to 0.8; ceiling,
+                             ///< table
+};
+
+}  // namespace KivFisheyeLib
+
+/// The answer of every operation. Failures are positive numbers too, so compare with `kResultOk`
+/// and never test for below zero.
+using ResultCode = std::int64_t;
+
+/// Done.
+const ResultCode kResultOk = 0;
+/// Nothing had to be done; not a failure.
+const ResultCode kResultNoChange = 1;
+/// The context lacks something that the operation needs, such as a scene or a size.
+const ResultCode kResultNotReady = 0x80000001LL;
+/// An argument is out of its range, or a pointer to a result is null.
+const ResultCode kResultInvalidArgument = 0x80000003LL;
+/// A frame's buffer, or a pointer to a result of `GetPTZ` or `Snapshot`, is null.
+const ResultCode kResultNullPointer = 0x80000004LL;
+/// Memory could not be had.
+const ResultCode kResultOutOfMemory = 0x80000005LL;
+
+/// One camera: frames, mount, view, angles, lens, and the conversion itself.
+///
+/// All operations may be called from any thread. One lock per context puts them in order, so a
+/// setter waits for a running `Process`; the operations that say "no lock" do not wait and may see
+/// values from before and after a setter that runs at the same time.
+///
+/// Setters of frames, mount, view and lens may allocate tables. When memory runs out they throw
+/// `std::bad_alloc` with the new values stored and the context usable: until a later setter
+/// succeeds, `Process` then writes nothing, or answers `kResultNotReady` where a scene could not be
+/// made.
+class IKivFisheyeCamera {
+public:
+    virtual ~IKivFisheyeCamera() = default;
+
+    /// Gives `kResultOk` for the two formats whose rows run from the top, `kResultNoChange` for any
+    /// other number. No lock.
+    virtual ResultCode IsPixelFormatAccepted(KivFisheyeLib::PixelFormat format) = 0;
+
+    /// Stores the record of the input frame and the pixel format of both frames.
+    ///
+    /// `kResultInvalidArgument`, with nothing changed: a format that is not accepted, a side of 0,
+    /// a null buffer, or a stride that is not exactly the row's bytes rounded up to 4. In a
+    /// panorama view every call builds the tables anew, so a client that moves its pictures about
+    /// should copy them into one buffer rather than set another. A new format makes the stored
+    /// output record unfit until it is set again.
+    virtual ResultCode SetInputVideoParams(const KivFisheyeLib::VideoFrameInfo& info,
+                                           KivFisheyeLib::PixelFormat format) = 0;
+
+    /// Stores the record of the output frame, in the format that `SetInputVideoParams` stored (32
+    /// bits before its first call).
+    ///
+    /// `kResultInvalidArgument`, with nothing changed: as for the input, or a width that 8 does
+    /// not divide.
+    virtual ResultCode SetOutputVideoParams(const KivFisheyeLib::VideoFrameInfo& info) = 0;
+
+    /// Changes the mount, makes the scene for it, and converts one frame at once when both frames
+    /// are set. `kResultNoChange`: it is the present one. `kResultInvalidArgument`: wall with dual
+    /// panorama. A number that names no mount is stored, and the context then has no scene.
+    virtual ResultCode SetMountType(KivFisheyeLib::MountType mount) = 0;
+
+    /// Gives the mount. `kResultInvalidArgument`: a null pointer.
+    virtual ResultCode GetMountType(KivFisheyeLib::MountType* mount) = 0;
+
+    /// Changes the view; otherwise as `SetMountType`.
+    virtual ResultCode SetViewType(KivFisheyeLib::ViewType view) = 0;
+
+    /// Gives the view. `kResultInvalidArgument`: a null pointer.
+    virtual ResultCode GetViewType(KivFisheyeLib::ViewType* view) = 0;
+
+    /// Changes both at once and always makes a new scene, even when neither changed.
+    /// `kResultInvalidArgument`: wall with dual panorama.
+    virtual ResultCode SetMountAndViewType(KivFisheyeLib::MountType mount,
+                                           KivFisheyeLib::ViewType view) = 0;
+
+    /// Gives both. `kResultInvalidArgument`: either pointer is null.
+    virtual ResultCode GetMountAndViewType(KivFisheyeLib::MountType* mount,
+                                           KivFisheyeLib::ViewType* view) = 0;
+
+    /// Gives the output size in pixels that suits the input, mount, view and lens. The width is a
+    /// multiple of 8. `kResultInvalidArgument`: a null pointer. `kResultNotReady`: no input set.
+    virtual ResultCode GetRecommendOutputVideoSize(unsigned int* width, unsigned int* height) = 0;
+
+    /// Gives width over height of the output that suits the context's input, mount, view and
+    /// lens; 1.0 before the input is set. `kResultInvalidArgument`: a null pointer, or values that
+    /// the other form refuses. No lock.
+    virtual ResultCode GetRecommendOutputVideoRatio(float* ratio) = 0;
+
+    /// The same for any input size in pixels, mount, view and lens. `kResultInvalidArgument`: a
+    /// null pointer, wall with dual panorama, or lens parameters out of range. No lock.
+    virtual ResultCode GetRecommendOutputVideoRatio(unsigned int width, unsigned int height,
+                                                    KivFisheyeLib::MountType mount,
+                                                    KivFisheyeLib::ViewType view,
+                                                    const KivFisheyeLib::DewarpParams& params,
+                                                    float* ratio) = 0;
+
+    /// Turns the view: pan and tilt in degrees, zoom as a factor. A zoom below 1 keeps the present
+    /// one. A panorama takes the pan alone, stored as 0 up to 360, and shows it with the next
+    /// `Process`. `kResultNotReady`: the context has no scene.
+    virtual ResultCode SetAbsolutePTZ(float pan, float tilt, float zoom) = 0;
+
+    /// The same by differences. `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
+    virtual ResultCode SetRelativePTZ(float pan, float tilt, float zoom) = 0;
+
+    /// Gives the stored pan, tilt and zoom. `kResultNullPointer`: any pointer is null.
+    virtual ResultCode GetPTZ(float* pan, float* tilt, float* zoom) = 0;
+
+    /// Stores the lens parameters and, when they differ from the present ones, builds the tables
+    /// anew. `kResultInvalidArgument`, with nothing changed: a value out of its range. NaN is not
+    /// refused.
+    virtual ResultCode SetDewarpParams(const KivFisheyeLib::DewarpParams& params) = 0;
+
+    /// Gives the lens parameters. `kResultInvalidArgument`: a null pointer.
+    virtual ResultCode GetDewarpParams(KivFisheyeLib::DewarpParams* params) = 0;
+
+    /// Converts the picture that now lies in the input buffer into the output buffer, on this
+    /// thread. `frameTag` is the client's own and is not looked at. `kResultNullPointer`: a frame
+    /// is not set. `kResultNotReady`: no scene serves this mount and view.
+    virtual ResultCode Process(unsigned long long frameTag) = 0;
+
+    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    virtual ResultCode Snapshot(unsigned char** block) = 0;
+
+    /// Not available yet: answers `kResultNotReady` and frees nothing.
+    virtual ResultCode FreeSnapshotMemory(unsigned char* block) = 0;
+
+    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
+
+    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    virtual ResultCode CvtXYToVCamPanTiltZoom(float x, float y, float fieldOfView, float& pan,
+                                              float& tilt, float& zoom) = 0;
+};
+
+/// Outlines of the present view on the fisheye frame. A point is two floats, x then y, as fractions
+/// of the frame; counts are points. Not available yet: every operation answers `kResultNotReady`
+/// and writes nothing.
+class IKivFisheyeROI {
+public:
+    virtual ~IKivFisheyeROI() = default;
+
+    virtual ResultCode GetVCamROI(float* points, int count) = 0;
+    virtual ResultCode GetDualPanoramaROI(float* first, int firstCount, float* second,
+                                          int secondCount) = 0;
+    virtual ResultCode GetWallPanoramaROI(float* points, int count) = 0;
+    virtual ResultCode GetCeilingTablePanoramaROI(float* inner, int innerCount, float* outer,
+                                                  int outerCount) = 0;
+};
+
+/// Outlines of what a panorama covers of the lens, for the context's lens parameters or for others.
+/// Not available yet: both operations answer `kResultNotReady` and write nothing.
+class IKivFisheyeDewarpBoundary {
+public:
+    virtual ~IKivFisheyeDewarpBoundary() = default;
+
+    virtual ResultCode CalculateWallPanoramaBoundary(const KivFisheyeLib::DewarpParams* params,
+                                                     float* points, int count) = 0;
+    virtual ResultCode CalculateCeilingTablePanoramaBoundary(
+        const KivFisheyeLib::DewarpParams* params, float* inner, int innerCount, float* outer,
+        int outerCount) = 0;
+};
+
+extern "C" {
+
+/// Makes a camera context: wall mount, virtual camera, a lens that touches the frame's edges. The
+/// caller owns it and gives it to `DeleteKivFisheyeCameraContext`. Throws `std::bad_alloc` when
+/// memory runs out.
+KIVFISHEYE_API void* CreateKivFisheyeCameraContext(void);
+
+/// Ends a context and all its interfaces; no call on them may be running. Null is ignored.
+KIVFISHEYE_API void DeleteKivFisheyeCameraContext(void* context);
+
+/// The interfaces of a context, valid until it is deleted; there is nothing to release. Null gives
+/// null.
+KIVFISHEYE_API IKivFisheyeCamera* GetCameraAPI(void* context);
+KIVFISHEYE_API IKivFisheyeROI* GetROIAPI(void* context);
+KIVFISHEYE_API IKivFisheyeDewarpBoundary* GetDewarpBoundaryAPI(void* context);
+
+/// The instruction set that the library uses on this processor. From 1 up: SSE, SSE2, SSE3, SSSE3,
+/// SSE4.1, SSE4.2, AVX, AVX2; 0 is a processor that has none of them.
+KIVFISHEYE_API int GetCPUInstructionSet(void);
+
+}  // extern "C"
+
+#endif

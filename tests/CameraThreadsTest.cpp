@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include "KivFisheyeCamera.h"
+#include "support/PanoramaCamera.h"
+
+using namespace KivFisheyeLib;
+
+namespace {
+
+constexpr int kRounds = 200;
+
+/// Runs all of these at once, each again and again.
+void RunAtOnce(const std::vector<std::function<void(int round)>>& calls) {
+    std::atomic<std::size_t> waiting{0};
+    std::vector<std::thread> threads;
+    for (const auto& call : calls) {
+        threads.emplace_back([&] {
+            ++waiting;
+            while (waiting < calls.size()) {
+                std::this_thread::yield();
+            }
+            for (int round = 0; round < kRounds; ++round) {
+                call(round);
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST(CameraThreads, RatiosAreAskedForWhileAnotherThreadSetsEverything) {
+    CKivFisheyeCamera camera;
+    unsigned char pixel[4] = {};
+    RunAtOnce({
+        [&](int) {
+            float ratio = 0.0F;
+            EXPECT_EQ(camera.GetRecommendOutputVideoRatio(&ratio), kResultOk);
+            // Of either size, in either view, for either lens, or for any mix of them.
+            EXPECT_TRUE(ratio == 1.0F || ratio == 0.5F || ratio == 0.25F || ratio == 0.125F ||
+                        ratio == 4.0F || ratio == 8.0F)
+                << ratio;
+        },
+        [&](int round) {
+            const bool isEven = round % 2 == 0;
+            camera.SetInputVideoParams(
+                {isEven ? 16U : 8U, isEven ? 16U : 32U, isEven ? 64U : 32U, pixel},
+                PixelFormatRGB32);
+            camera.SetDewarpParams(isEven ? DewarpParams{0.5F, 0.5F, 45.0F, 0.0F}
+                                          : DewarpParams{0.25F, 0.5F, 45.0F, 0.5F});
+            camera.SetMountAndViewType(isEven ? MountTypeTable : MountTypeCeiling,
+                                       isEven ? ViewTypeFullPanorama : ViewTypeVCam);
+        },
+    });
+}
+
+TEST(CameraThreads, EveryPictureIsWholeWhileOtherThreadsChangeTheCamera) {
+    PanoramaCamera<TablePanorama<PixelFormatRGB32>> panorama;
+    CKivFisheyeCamera& camera = panorama.camera;
+    panorama.input.Fill(0x3C);
+    RunAtOnce({
+        [&](int) { EXPECT_EQ(camera.Process(0), kResultOk); },
+        [&](int round) {
+            EXPECT_EQ(camera.SetDewarpParams({0.5F, round % 2 == 0 ? 0.5F : 0.25F, 45.0F, 0.0F}),
+                      kResultOk);
+        },
+        [&](int) { EXPECT_EQ(camera.SetOutputVideoParams(panorama.output.record), kResultOk); },
+        [&](int round) {
+            EXPECT_EQ(camera.SetAbsolutePTZ(static_cast<float>(round), 0.0F, 0.0F), kResultOk);
+        },
+        [&](int) {
+            float ptz[3];
+            EXPECT_EQ(camera.GetPTZ(&ptz[0], &ptz[1], &ptz[2]), kResultOk);
+            EXPECT_EQ(ptz[2], 1.0F);
+        },
+        [&](int round) {
+            EXPECT_EQ(camera.SetMountAndViewType(round % 2 == 0 ? MountTypeCeiling : MountTypeTable,
+                                                 ViewTypeFullPanorama),
+                      kResultOk);
+        },
+    });
+    EXPECT_TRUE(panorama.output.IsFilledWith(0x3C));
+}
+
+TEST(CameraThreads, RelativeTurnsAreNeverLost) {
+    CKivFisheyeCamera camera;
+    ASSERT_EQ(camera.SetMountAndViewType(MountTypeTable, ViewTypeFullPanorama), kResultOk);
+    const auto turn = [&](int) { camera.SetRelativePTZ(1.0F, 0.0F, 0.0F); };
+    RunAtOnce({turn, turn, turn, turn});
+    EXPECT_EQ(camera.m_pan, static_cast<float>(4 * kRounds % 360));
+}
+
+TEST(CameraThreads, CamerasOfTheirOwnDoNotMeet) {
+    const auto convert = [](int) {
+        PanoramaCamera<CeilingPanorama<PixelFormatRGB24>> panorama;
+        EXPECT_TRUE(panorama.Shows(panorama.Expected().bytes));
+    };
+    RunAtOnce({convert, convert, convert});
+}
+
+}  // namespace

@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+#include "support/CoordinateFrame.h"
+#include "support/GuardedBuffer.h"
+#include "support/RingFamilies.h"
+#include "support/RingGenerator.h"
+#include "support/RingModel.h"
+
+// Conversions between frames that stand at pages which nobody may touch.
+
+namespace {
+
+constexpr unsigned char kFill = 0xCD;
+constexpr GuardedBuffer::Side kSides[] = {GuardedBuffer::Side::EndsAtGuard,
+                                          GuardedBuffer::Side::StartsAtGuard};
+
+int Odd(int bytes) {
+    return bytes | 1;
+}
+
+/// A radius, in single precision, whose product with `factor` is one half or its negative.
+std::optional<float> RadiusThatReachesTheEdge(float factor) {
+    float radius = 0.5F / std::fabs(factor);
+    for (int i = 0; i < 4; ++i) {
+        radius = std::nextafter(radius, 0.0F);
+    }
+    for (int i = 0; i < 9; ++i, radius = std::nextafter(radius, 2.0F)) {
+        if (std::fabs(radius * factor) == 0.5F) {
+            return radius;
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+template <class Family>
+class GuardPages : public ::testing::Test {
+protected:
+    static constexpr int kBytes = Family::kBytes;
+
+    /// Runs `convert(src, dst)` with both frames at a guard and holds the output against the model.
+    template <class Convert>
+    static void ExpectPaints(const std::vector<int>& offsets, const Ring& ring, RowStart rowStart,
+                             GuardedBuffer::Side side, std::size_t outputBytes, Convert&& convert) {
+        RingGenerator generator(70);
+        const auto pixels = generator.NextBytes(ring.SourceBytes(kBytes));
+        GuardedBuffer src(pixels.size(), side);
+        std::memcpy(src.data(), pixels.data(), pixels.size());
+        src.MakeReadOnly();
+        GuardedBuffer dst(outputBytes, side, kFill);
+        convert(src.data(), dst.data());
+        std::vector<unsigned char> expected(ring.OutputBytes(), kFill);
+        Paint(offsets, ring, kBytes, rowStart, pixels, expected);
+        expected.resize(outputBytes);
+        ASSERT_EQ(std::vector<unsigned char>(dst.data(), dst.data() + outputBytes), expected);
+        ASSERT_TRUE(dst.IsSurroundingUntouched());
+    }
+
+    /// Calls `check(ring, side)` for rings of all sizes from 1 to 64, strides odd.
+    template <class Check>
+    static void ForEverySize(Check&& check) {
+        for (int size = 1; size <= 64; ++size) {
+            for (const GuardedBuffer::Side side : kSides) {
+                Ring ring = PackedRing(size, 65 - size, 65 - size, size, kBytes);
+                ring.srcStride = Odd(ring.srcStride);
+                ring.dstStride = Odd(ring.dstStride);
+                ASSERT_NO_FATAL_FAILURE(check(ring, side)) << ring;
+            }
+        }
+    }
+};
+
+TYPED_TEST_SUITE(GuardPages, RingFamilies, RingFamilyNames);
+
+TYPED_TEST(GuardPages, DirectConversionStaysInItsFrames) {
+    this->ForEverySize([this](const Ring& ring, GuardedBuffer::Side side) {
+        typename TypeParam::DirectConverter converter;
+        TypeParam::Init(converter, ring);
+        this->ExpectPaints(DirectOffsets(TypeParam::kMount, ring, TypeParam::kBytes, 33.0F), ring,
+                           RowStart::Cleared, side, ring.OutputBytes(),
+                           [&](const unsigned char* src, unsigned char* dst) {
+                               TypeParam::Convert(converter, 33.0F, src, dst);
+                           });
+    });
+}
+
+// Nothing beyond the last row's last pixel is written, so the frame may end there.
+TYPED_TEST(GuardPages, TableConversionStaysInItsFrames) {
+    this->ForEverySize([this](const Ring& ring, GuardedBuffer::Side side) {
+        const std::size_t outputBytes =
+            ring.OutputBytes() -
+            static_cast<std::size_t>(ring.dstStride - ring.dstWidth * TypeParam::kBytes);
+        const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
+        typename TypeParam::TableConverter converter;
+        TypeParam::Init(converter, ring);
+        this->ExpectPaints(offsets, ring, RowStart::Kept, side, outputBytes,
+                           [&](const unsigned char* src, unsigned char* dst) {
+                               TypeParam::Convert(converter, src, dst);
+                           });
+        const int shift = ring.dstWidth / 3;
+        const auto pan = static_cast<float>((shift + 0.5) * 360.0 / ring.dstWidth);
+        this->ExpectPaints(TurnedOffsets(offsets, ring, shift), ring, RowStart::Kept, side,
+                           outputBytes, [&](const unsigned char* src, unsigned char* dst) {
+                               TypeParam::Convert(converter, pan, src, dst);
+                           });
+    });
+}
+
+// A lens whose rim passes exactly through the frame's lower right corner, seven eighths of a turn
+// from the right: only a point on both edges leads to the frame's last pixel.
+TYPED_TEST(GuardPages, LastPixelOfTheFrameIsReadAtTheGuard) {
+    constexpr float kTurn = 6.28318548F;
+    const bool isTableMount = TypeParam::kMount == Mount::Table;
+    for (const bool isDirect : {true, false}) {
+        const bool rises = isDirect || isTableMount;
+        const std::size_t column = rises ? 7 : 1;
+        const double theta = static_cast<double>(
+            SteppedAngles(rises ? 0.0F : kTurn, rises ? kTurn : 0.0F, 9)[column]);
+        const auto radiusX = RadiusThatReachesTheEdge(static_cast<float>(std::cos(theta)));
+        const auto radiusY = RadiusThatReachesTheEdge(static_cast<float>(std::sin(theta)));
+        ASSERT_TRUE(radiusX.has_value() && radiusY.has_value());
+        for (int size = 1; size <= 64; ++size) {
+            Ring ring = PackedRing(size, 65 - size, 9, 2, TypeParam::kBytes);
+            ring.srcStride = Odd(ring.srcStride);
+            ring.radiusX = *radiusX;
+            ring.radiusY = *radiusY;
+            const auto pixels = CoordinateFrame(size, 65 - size, ring.srcStride, TypeParam::kBytes);
+            GuardedBuffer src(pixels.size());
+            std::memcpy(src.data(), pixels.data(), pixels.size());
+            std::vector<unsigned char> frame(ring.OutputBytes());
+            if (isDirect) {
+                TypeParam::ConvertByKernel(ring, 0.0F, src.data(), frame.data());
+            } else {
+                typename TypeParam::TableConverter converter;
+                TypeParam::Init(converter, ring);
+                TypeParam::Convert(converter, src.data(), frame.data());
+            }
+            const std::size_t rim = isTableMount ? ring.OutputBytes() / 2 : 0;
+            const auto place =
+                PlaceIn(frame.data() + rim + column * static_cast<std::size_t>(TypeParam::kBytes),
+                        TypeParam::kBytes);
+            ASSERT_TRUE(place.has_value()) << ring;
+            EXPECT_EQ(*place, (PixelPlace{size - 1, 64 - size})) << ring;
+        }
+    }
+}
+
+TEST(GuardedBuffers, StandAtTheGuardOfTheirSide) {
+    GuardedBuffer ending(100, GuardedBuffer::Side::EndsAtGuard);
+    GuardedBuffer starting(100, GuardedBuffer::Side::StartsAtGuard);
+    const auto read = [](const unsigned char* byte) {
+        return *static_cast<const volatile unsigned char*>(byte);
+    };
+    EXPECT_DEATH(read(ending.data() + 100), "");
+    EXPECT_DEATH(read(starting.data() - 1), "");
+    EXPECT_EQ(read(ending.data() + 99), 0);
+    EXPECT_EQ(read(starting.data()), 0);
+}
+
+TEST(GuardedBuffers, ReadOnlyBlocksRefuseStores) {
+    GuardedBuffer block(100);
+    block.data()[5] = 7;
+    block.MakeReadOnly();
+    EXPECT_DEATH(*static_cast<volatile unsigned char*>(block.data() + 5) = 8, "");
+    EXPECT_EQ(block.data()[5], 7);
+}
+
+TEST(GuardedBuffers, StoresOnTheOpenSideAreNoticed) {
+    GuardedBuffer block(100, GuardedBuffer::Side::EndsAtGuard, kFill);
+    block.data()[0] = 1;
+    block.data()[99] = 1;
+    EXPECT_TRUE(block.IsSurroundingUntouched());
+    *static_cast<volatile unsigned char*>(block.data() - 1) = 1;
+    EXPECT_FALSE(block.IsSurroundingUntouched());
+}

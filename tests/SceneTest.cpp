@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <typeinfo>
+
+#include "KivFisheyeCamera.h"
+#include "support/PanoramaCamera.h"
+
+using namespace KivFisheyeLib;
+
+namespace {
+
+constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+
+/// A scene with nothing but what it must have.
+class PlainScene : public CKivFisheyeCamera::CScene {
+public:
+    PlainScene(CKivFisheyeCamera* camera, VideoFrameInfo* target) : CScene(camera, target) {}
+    void OnVideoParamsChanged() override {}
+    ResultCode doSetAbsolutePTZ(float, float, float, bool) override { return kResultOk; }
+    const VideoFrameInfo* Target() const { return m_target; }
+    const CKivFisheyeCamera* Camera() const { return m_camera; }
+};
+
+TEST(Scene, ConvertsNothingByItself) {
+    CKivFisheyeCamera camera;
+    PlainScene scene(&camera, nullptr);
+    EXPECT_EQ(scene.Process(1), kResultOk);
+    scene.OnDewarpParamsChanged();
+}
+
+TEST(Scene, ServesTheCamerasOutputUnlessToldAnother) {
+    CKivFisheyeCamera camera;
+    VideoFrameInfo record{};
+    EXPECT_EQ(PlainScene(&camera, nullptr).Target(), &camera.m_outputInfo);
+    EXPECT_EQ(PlainScene(&camera, &record).Target(), &record);
+    EXPECT_EQ(PlainScene(&camera, &record).Camera(), &camera);
+}
+
+TEST(SceneFactory, MakesTheFullPanoramasOfCeilingAndTableAlone) {
+    for (const std::uint32_t mount : {0U, 1U, 2U, 3U, 7U, 0xFFFFFFFFU}) {
+        for (const std::uint32_t view : {0U, 1U, 2U, 3U, 0xFFFFFFFFU}) {
+            CKivFisheyeCamera camera;
+            camera.m_mountType = static_cast<MountType>(mount);
+            camera.m_viewType = static_cast<ViewType>(view);
+            const auto scene = SceneNS::CreateScene(&camera, nullptr);
+            const CKivFisheyeCamera::CScene* const made = scene.get();
+            if (mount == 1 && view == 2) {
+                ASSERT_NE(made, nullptr);
+                EXPECT_EQ(typeid(*made), typeid(SceneNS::CCeilingFullPanoramaScene));
+            } else if (mount == 2 && view == 2) {
+                ASSERT_NE(made, nullptr);
+                EXPECT_EQ(typeid(*made), typeid(SceneNS::CTableFullPanoramaScene));
+            } else {
+                EXPECT_EQ(made, nullptr) << mount << ", " << view;
+            }
+        }
+    }
+}
+
+TEST(SceneFactory, AChangeOfMountOrViewMakesTheSceneForIt) {
+    CKivFisheyeCamera camera;
+    EXPECT_EQ(camera.m_scene, nullptr) << "nothing serves the virtual camera";
+    camera.SetMountType(MountTypeCeiling);
+    EXPECT_EQ(camera.m_scene, nullptr);
+    camera.SetViewType(ViewTypeFullPanorama);
+    EXPECT_NE(dynamic_cast<SceneNS::CCeilingFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    camera.SetMountType(MountTypeTable);
+    EXPECT_NE(dynamic_cast<SceneNS::CTableFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    camera.SetMountAndViewType(MountTypeCeiling, ViewTypeFullPanorama);
+    EXPECT_NE(dynamic_cast<SceneNS::CCeilingFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    camera.SetMountType(MountTypeWall);
+    EXPECT_EQ(camera.m_scene, nullptr);
+}
+
+template <class Panorama>
+class FullPanorama : public testing::Test {
+protected:
+    FullPanorama() {
+        camera.SetMountAndViewType(Panorama::kMountType, ViewTypeFullPanorama);
+        camera.m_tilt = 20.0F;
+        camera.m_zoom = 3.0F;
+    }
+
+    /// The pan that is stored when this one is set.
+    float StoredPan(float pan) {
+        camera.m_pan = 123.0F;
+        EXPECT_EQ(camera.SetAbsolutePTZ(pan, 0.0F, 0.0F), kResultOk);
+        return camera.m_pan;
+    }
+
+    CKivFisheyeCamera camera;
+};
+
+using Mounts = testing::Types<CeilingPanorama<PixelFormatRGB32>, TablePanorama<PixelFormatRGB32>>;
+TYPED_TEST_SUITE(FullPanorama, Mounts);
+
+TYPED_TEST(FullPanorama, ThePanIsStoredAs0UpTo360) {
+    EXPECT_EQ(this->StoredPan(0.0F), 0.0F);
+    EXPECT_EQ(this->StoredPan(45.5F), 45.5F);
+    EXPECT_EQ(this->StoredPan(359.75F), 359.75F);
+    EXPECT_EQ(this->StoredPan(360.0F), 0.0F);
+    EXPECT_EQ(this->StoredPan(370.0F), 10.0F);
+    EXPECT_EQ(this->StoredPan(720.0F), 0.0F);
+    EXPECT_EQ(this->StoredPan(725.0F), 5.0F);
+    EXPECT_EQ(this->StoredPan(-90.0F), 270.0F);
+    EXPECT_EQ(this->StoredPan(-450.0F), 270.0F);
+    EXPECT_EQ(this->StoredPan(-0.25F), 359.75F);
+    EXPECT_EQ(this->StoredPan(3.6e9F), 0.0F) << "10 million turns";
+}
+
+TYPED_TEST(FullPanorama, WholeTurnsBackwardAreStoredAsMinusZero) {
+    EXPECT_TRUE(std::signbit(this->StoredPan(-0.0F)));
+    EXPECT_TRUE(std::signbit(this->StoredPan(-720.0F)));
+    EXPECT_EQ(this->StoredPan(-720.0F), 0.0F);
+    EXPECT_FALSE(std::signbit(this->StoredPan(720.0F)));
+}
+
+TYPED_TEST(FullPanorama, ATinyNegativePanIsStoredAs360) {
+    EXPECT_EQ(this->StoredPan(-1e-30F), 360.0F);
+    EXPECT_EQ(this->StoredPan(-std::numeric_limits<float>::denorm_min()), 360.0F);
+}
+
+TYPED_TEST(FullPanorama, NanAndInfinityAreStoredAsNan) {
+    EXPECT_TRUE(std::isnan(this->StoredPan(kNan)));
+    EXPECT_TRUE(std::isnan(this->StoredPan(kInfinity)));
+    EXPECT_TRUE(std::isnan(this->StoredPan(-kInfinity)));
+}
+
+TYPED_TEST(FullPanorama, RelativePanWrapsAround) {
+    this->camera.m_pan = 350.0F;
+    EXPECT_EQ(this->camera.SetRelativePTZ(20.0F, 0.0F, 0.0F), kResultOk);
+    EXPECT_EQ(this->camera.m_pan, 10.0F);
+    EXPECT_EQ(this->camera.SetRelativePTZ(-30.0F, 0.0F, 0.0F), kResultOk);
+    EXPECT_EQ(this->camera.m_pan, 340.0F);
+}
+
+TYPED_TEST(FullPanorama, TiltAndZoomKeepTheirValues) {
+    EXPECT_EQ(this->camera.SetAbsolutePTZ(10.0F, 70.0F, 9.0F), kResultOk);
+    EXPECT_EQ(this->camera.SetRelativePTZ(10.0F, 70.0F, 9.0F), kResultOk);
+    EXPECT_EQ(this->camera.SetRelativePTZ(0.0F, 0.0F, -1.0F), kResultOk);
+    float pan = 0.0F;
+    float tilt = 0.0F;
+    float zoom = 0.0F;
+    EXPECT_EQ(this->camera.GetPTZ(&pan, &tilt, &zoom), kResultOk);
+    EXPECT_EQ(pan, 20.0F);
+    EXPECT_EQ(tilt, 20.0F);
+    EXPECT_EQ(zoom, 3.0F);
+}
+
+TYPED_TEST(FullPanorama, ThreeZeroDeltasLeaveEvenAnUnusualPanAlone) {
+    this->camera.m_pan = 400.0F;
+    EXPECT_EQ(this->camera.SetRelativePTZ(0.0F, 0.0F, 0.0F), kResultNoChange);
+    EXPECT_EQ(this->camera.m_pan, 400.0F);
+    EXPECT_EQ(this->camera.SetRelativePTZ(0.0F, 1.0F, 0.0F), kResultOk);
+    EXPECT_EQ(this->camera.m_pan, 40.0F) << "any other delta brings it into its range";
+}
+
+TYPED_TEST(FullPanorama, AnglesNeedNoFrames) {
+    EXPECT_EQ(this->camera.SetAbsolutePTZ(30.0F, 0.0F, 0.0F), kResultOk);
+    EXPECT_EQ(this->camera.m_pan, 30.0F);
+    EXPECT_EQ(this->camera.Process(0), kResultNullPointer);
+}
+
+TYPED_TEST(FullPanorama, TheSceneItselfIsNotReadyWithoutBothBuffers) {
+    ASSERT_NE(this->camera.m_scene, nullptr);
+    EXPECT_EQ(this->camera.m_scene->Process(0), kResultNotReady);
+
+    const ClientFrame frame(8, 4, PixelFormatRGB32);
+    ASSERT_EQ(this->camera.SetInputVideoParams(frame.record, PixelFormatRGB32), kResultOk);
+    EXPECT_EQ(this->camera.m_scene->Process(0), kResultNotReady) << "the output is missing";
+
+    CKivFisheyeCamera outputOnly;
+    outputOnly.SetMountAndViewType(TypeParam::kMountType, ViewTypeFullPanorama);
+    ASSERT_EQ(outputOnly.SetOutputVideoParams(frame.record), kResultOk);
+    EXPECT_EQ(outputOnly.m_scene->Process(0), kResultNotReady) << "the input is missing";
+    EXPECT_TRUE(frame.IsFilledWith(0));
+}
+
+TYPED_TEST(FullPanorama, ATargetWithoutABufferIsNotReady) {
+    const ClientFrame frame(8, 4, PixelFormatRGB32);
+    this->camera.SetInputVideoParams(frame.record, PixelFormatRGB32);
+    this->camera.SetOutputVideoParams(frame.record);
+    VideoFrameInfo target = frame.record;
+    const auto scene = SceneNS::CreateScene(&this->camera, &target);
+    target.buffer = nullptr;
+    EXPECT_EQ(scene->Process(0), kResultNotReady);
+}
+
+}  // namespace

@@ -1,0 +1,159 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "support/GuardedBuffer.h"
+#include "support/HandMadeTable.h"
+#include "support/RingFamilies.h"
+#include "support/RingGenerator.h"
+#include "support/RingModel.h"
+
+// Output frames whose stride is shorter than their rows, as they are left behind when the pixels
+// become larger: rows overlap in their order, and nothing is stored beyond stride times height.
+
+namespace {
+
+constexpr unsigned char kFill = 0xCD;
+
+std::vector<unsigned char> BytesOf(const GuardedBuffer& frame) {
+    return std::vector<unsigned char>(frame.data(), frame.data() + frame.size());
+}
+
+}  // namespace
+
+template <class Family>
+class ShortStride : public ::testing::Test {
+protected:
+    static constexpr int kBytes = Family::kBytes;
+
+    /// Calls `check` with rings of every stride up to a row's bytes.
+    template <class Check>
+    static void ForEveryStride(Check&& check) {
+        RingGenerator generator(60);
+        for (const int width : {1, 2, 8, 16}) {
+            for (const int height : {1, 2, 5}) {
+                for (int stride = 0; stride <= width * kBytes; ++stride) {
+                    Ring ring = PackedRing(21, 17, width, height, kBytes);
+                    ring.dstStride = stride;
+                    ring.radiusX = 0.55F;
+                    ASSERT_NO_FATAL_FAILURE(check(ring, generator)) << ring;
+                }
+            }
+        }
+    }
+
+    /// Holds `convert(src, dst)` against the model, on an output frame that ends at a guard.
+    template <class Convert>
+    static void ExpectPaints(const std::vector<int>& offsets, const Ring& ring, RowStart rowStart,
+                             RingGenerator& generator, Convert&& convert) {
+        const auto src = generator.NextBytes(ring.SourceBytes(kBytes));
+        std::vector<unsigned char> expected(ring.OutputBytes(), kFill);
+        Paint(offsets, ring, kBytes, rowStart, src, expected);
+        GuardedBuffer frame(ring.OutputBytes(), GuardedBuffer::Side::EndsAtGuard, kFill);
+        convert(src.data(), frame.data());
+        ASSERT_EQ(BytesOf(frame), expected);
+        ASSERT_TRUE(frame.IsSurroundingUntouched());
+    }
+};
+
+TYPED_TEST_SUITE(ShortStride, RingFamilies, RingFamilyNames);
+
+TYPED_TEST(ShortStride, DirectRowsOverlapAndStayInTheFrame) {
+    this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
+        typename TypeParam::DirectConverter converter;
+        TypeParam::Init(converter, ring);
+        this->ExpectPaints(DirectOffsets(TypeParam::kMount, ring, TypeParam::kBytes, 20.0F), ring,
+                           RowStart::Cleared, generator,
+                           [&](const unsigned char* src, unsigned char* dst) {
+                               TypeParam::Convert(converter, 20.0F, src, dst);
+                           });
+    });
+}
+
+TYPED_TEST(ShortStride, TableRowsOverlapAndStayInTheFrame) {
+    this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
+        typename TypeParam::TableConverter converter;
+        TypeParam::Init(converter, ring);
+        this->ExpectPaints(TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes), ring,
+                           RowStart::Kept, generator,
+                           [&](const unsigned char* src, unsigned char* dst) {
+                               TypeParam::Convert(converter, src, dst);
+                           });
+    });
+}
+
+TYPED_TEST(ShortStride, TurnedTableRowsOverlapAndStayInTheFrame) {
+    this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
+        typename TypeParam::TableConverter converter;
+        TypeParam::Init(converter, ring);
+        const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
+        for (int shift = 0; shift < ring.dstWidth; ++shift) {
+            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / ring.dstWidth);
+            ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
+                TurnedOffsets(offsets, ring, shift), ring, RowStart::Kept, generator,
+                [&](const unsigned char* src, unsigned char* dst) {
+                    TypeParam::Convert(converter, pan, src, dst);
+                }))
+                << "shift " << shift;
+        }
+    });
+}
+
+// Rows of 150 pixels take the walk through several of its steps before and after the cut.
+TYPED_TEST(ShortStride, LongRowsOfATableAreCutAnywhere) {
+    RingGenerator generator(61);
+    for (int stride = 0; stride <= 150 * TypeParam::kBytes; stride += 7) {
+        Ring ring = PackedRing(40, 30, 150, 3, TypeParam::kBytes);
+        ring.dstStride = stride;
+        const auto entries = generator.NextEntries(ring, TypeParam::kBytes);
+        const HandMadeTable panorama(entries, ring, TypeParam::kBytes);
+        for (const int shift : {0, 10, 75, 149}) {
+            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / 150);
+            ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
+                TurnedOffsets(entries, ring, shift), ring, RowStart::Kept, generator,
+                [&](const unsigned char* src, unsigned char* dst) {
+                    panorama.template ConvertTurned<static_cast<unsigned long>(TypeParam::kBits)>(
+                        pan, src, dst);
+                }))
+                << "stride " << stride << ", shift " << shift;
+        }
+    }
+}
+
+// Tables of this size are gone through in parts, which rows that overlap must not be.
+TYPED_TEST(ShortStride, RowsOfALargeTableOverlapInTheirOrder) {
+    RingGenerator generator(62);
+    Ring ring = PackedRing(40, 30, 4500, 40, TypeParam::kBytes);
+    for (const int stride : {1, 6000, 4500 * TypeParam::kBytes - 1}) {
+        ring.dstStride = stride;
+        const auto entries = generator.NextEntries(ring, TypeParam::kBytes);
+        const HandMadeTable panorama(entries, ring, TypeParam::kBytes);
+        for (const int shift : {0, 10, 3000, 4490}) {
+            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / 4500);
+            ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
+                TurnedOffsets(entries, ring, shift), ring, RowStart::Kept, generator,
+                [&](const unsigned char* src, unsigned char* dst) {
+                    panorama.template ConvertTurned<static_cast<unsigned long>(TypeParam::kBits)>(
+                        pan, src, dst);
+                }))
+                << "stride " << stride << ", shift " << shift;
+        }
+    }
+}
+
+TYPED_TEST(ShortStride, NegativeStrideWritesNothing) {
+    Ring ring = PackedRing(21, 17, 8, 3, TypeParam::kBytes);
+    const std::vector<unsigned char> src(ring.SourceBytes(TypeParam::kBytes), 0x11);
+    ring.dstStride = -8 * TypeParam::kBytes;
+    GuardedBuffer noFrame(0);
+    typename TypeParam::DirectConverter direct;
+    TypeParam::Init(direct, ring);
+    TypeParam::Convert(direct, 0.0F, src.data(), noFrame.data());
+    typename TypeParam::TableConverter table;
+    TypeParam::Init(table, ring);
+    TypeParam::Convert(table, src.data(), noFrame.data());
+    TypeParam::Convert(table, 90.0F, src.data(), noFrame.data());
+    EXPECT_TRUE(noFrame.IsSurroundingUntouched());
+}

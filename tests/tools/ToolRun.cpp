@@ -1,0 +1,59 @@
+#include "ToolRun.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr int kCannotStart = 127;
+
+void Redirect(const std::string& path, int descriptor) {
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (file < 0 || dup2(file, descriptor) < 0) {
+        _exit(kCannotStart);
+    }
+    close(file);
+}
+
+[[noreturn]] void BecomeTool(const TemporaryFolder& folder, const TemporaryFolder& streams,
+                             const std::vector<std::string>& arguments, const ToolLimits& limits) {
+    std::vector<std::string> words = {KIVFISHEYE_TOOL};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    Redirect(streams.File("output"), STDOUT_FILENO);
+    Redirect(streams.File("errors"), STDERR_FILENO);
+    if (limits.fileBytes > 0) {
+        const rlimit limit{limits.fileBytes, limits.fileBytes};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    if (chdir(folder.Path().c_str()) == 0) {
+        execv(KIVFISHEYE_TOOL, pointers.data());
+    }
+    _exit(kCannotStart);
+}
+
+}  // namespace
+
+ToolRun RunTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                const ToolLimits& limits) {
+    const TemporaryFolder streams;
+    const pid_t child = fork();
+    if (child == 0) {
+        BecomeTool(folder, streams, arguments, limits);
+    }
+    int status = 0;
+    if (child < 0 || waitpid(child, &status, 0) != child) {
+        throw std::runtime_error("the tool cannot be run");
+    }
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ContentOf(streams.File("output")),
+            ContentOf(streams.File("errors"))};
+}

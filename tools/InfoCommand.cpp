@@ -1,0 +1,96 @@
+#include <KivFisheyeVersion.h>
+
+#include <array>
+#include <iomanip>
+#include <iostream>
+#include <memory>
+#include <sstream>
+
+#include "Camera.h"
+#include "Commands.h"
+#include "Failure.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+constexpr const char* kNotYet = "not available yet";
+
+std::string InstructionSetName() {
+    constexpr std::array<const char*, 9> kNames = {"386",    "SSE",    "SSE2", "SSE3", "SSSE3",
+                                                   "SSE4.1", "SSE4.2", "AVX",  "AVX2"};
+    const int level = GetCPUInstructionSet();
+    if (level < 0 || static_cast<std::size_t>(level) >= kNames.size()) {
+        return "unknown";
+    }
+    return kNames[static_cast<std::size_t>(level)];
+}
+
+/// For the other views the library gives the input's size back, which recommends nothing.
+bool HasRecommendation(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
+    return view == KivFisheyeLib::ViewTypeVCam ||
+           (view == KivFisheyeLib::ViewTypeFullPanorama && mount != KivFisheyeLib::MountTypeWall);
+}
+
+void PrintRow(const std::string& mount, const std::string& view, const std::string& size,
+              const std::string& ratio, const std::string& conversion) {
+    std::cout << std::left << std::setw(9) << mount << std::setw(6) << view << std::setw(19) << size
+              << std::setw(7) << ratio << conversion << '\n';
+}
+
+void PrintView(Picture* input, KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
+    std::string sizeText = kNotYet;
+    std::string ratioText = "-";
+    if (HasRecommendation(mount, view)) {
+        unsigned width = 0;
+        unsigned height = 0;
+        float ratio = 0.0F;
+        const Camera camera;
+        camera->SetMountAndViewType(mount, view);
+        camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input));
+        if (camera->GetRecommendOutputVideoSize(&width, &height) != kResultOk ||
+            camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
+            throw Failure("the library recommends no output size for this picture");
+        }
+        sizeText = std::to_string(width) + "x" + std::to_string(height);
+        std::ostringstream text;
+        text << std::fixed << std::setprecision(3) << ratio;
+        ratioText = text.str();
+    }
+    PrintRow(NameOf(mount), NameOf(view), sizeText, ratioText,
+             CanShow(mount, view) ? "available" : kNotYet);
+}
+
+void PrintInfo(const std::string& inputPath) {
+    if (inputPath.empty()) {
+        std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
+                  << "instruction set: " << InstructionSetName() << '\n';
+        return;
+    }
+    Picture input = ReadPicture(inputPath, 4);
+    std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
+              << "instruction set: " << InstructionSetName() << '\n'
+              << "input: " << input.width << 'x' << input.height << "\n\n";
+    PrintRow("mount", "view", "recommended size", "ratio", "conversion");
+    for (const std::string& mountName : MountNames()) {
+        for (const std::string& viewName : ViewNames()) {
+            const auto mount = MountOfName(mountName);
+            const auto view = ViewOfName(viewName);
+            if (IsViewOfMount(mount, view)) {
+                PrintView(&input, mount, view);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void AddInfoCommand(CLI::App* app) {
+    const auto input = std::make_shared<std::string>();
+    CLI::App* command = app->add_subcommand(
+        "info", "Tell about the library, and which output sizes suit a picture");
+    command->add_option("INPUT", *input, "A fisheye picture");
+    command->callback([input] { PrintInfo(*input); });
+}
+
+}  // namespace KivFisheyeTools

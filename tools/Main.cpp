@@ -1,0 +1,67 @@
+#include <KivFisheyeVersion.h>
+
+#include <algorithm>
+#include <csignal>
+#include <iostream>
+#include <new>
+#include <string>
+
+#include "Commands.h"
+#include "Failure.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+enum ExitStatus { kSuccess = 0, kFailure = 1, kUsage = 2 };
+
+int Complain(std::string sentence, ExitStatus status) {
+    const auto isControl = [](unsigned char letter) { return letter < ' ' || letter == 0x7F; };
+    std::replace_if(sentence.begin(), sentence.end(), isControl, ' ');
+    std::cerr << "kivfisheye: " << sentence << '\n';
+    return status;
+}
+
+int Run(int argc, char** argv) {
+    CLI::App app("Flattens pictures of fisheye cameras.", "kivfisheye");
+    app.set_version_flag("--version", "kivfisheye " KIVFISHEYE_VERSION);
+    app.require_subcommand(0, 1);
+    AddDewarpCommand(&app);
+    AddInfoCommand(&app);
+    AddSceneCommand(&app);
+    AddSheetCommand(&app);
+    try {
+        app.parse(argc, argv);
+        if (app.get_subcommands().empty()) {
+            throw UsageError("what to do is missing: dewarp, info, scene or sheet");
+        }
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+            return Complain(error.what(), kUsage);
+        }
+        app.exit(error);
+    }
+    if (!std::cout.flush()) {
+        return Complain("cannot write to standard output", kFailure);
+    }
+    return kSuccess;
+}
+
+}  // namespace
+
+}  // namespace KivFisheyeTools
+
+int main(int argc, char** argv) {
+    using namespace KivFisheyeTools;
+    // A file that grows beyond the limit is then a failed write, after which nothing is left of it.
+    std::signal(SIGXFSZ, SIG_IGN);
+    try {
+        return Run(argc, argv);
+    } catch (const UsageError& error) {
+        return Complain(error.what(), kUsage);
+    } catch (const std::bad_alloc&) {
+        return Complain("there is not enough memory", kFailure);
+    } catch (const std::exception& error) {
+        return Complain(error.what(), kFailure);
+    }
+}

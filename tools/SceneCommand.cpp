@@ -1,0 +1,56 @@
+#include <memory>
+
+#include "Arguments.h"
+#include "Camera.h"
+#include "Commands.h"
+#include "Progress.h"
+#include "RoomScene.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+constexpr double kSmallestRadius = 0.01;
+
+struct SceneArguments {
+    std::string output;
+    std::string mount = "ceiling";
+    std::string size = "1024x1024";
+    double radiusX = 0.5;
+    double radiusY = 0.5;
+};
+
+void RenderScene(const SceneArguments& arguments) {
+    CheckPictureEnding(arguments.output);
+    const Size size = SizeOfText(arguments.size);
+    const Lens lens{size.width, size.height, arguments.radiusX, arguments.radiusY};
+    Progress progress;
+    const Picture scene = RenderRoomScene(lens, MountOfName(arguments.mount), [&](double part) {
+        progress.ShowPart("rendering", part);
+    });
+    progress.Show("writing " + arguments.output);
+    WritePicture(arguments.output, scene);
+}
+
+}  // namespace
+
+void AddSceneCommand(CLI::App* app) {
+    const auto arguments = std::make_shared<SceneArguments>();
+    CLI::App* command =
+        app->add_subcommand("scene", "Render a room as a fisheye camera in it sees it");
+    command->option_defaults()->always_capture_default();
+    command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")->required();
+    AddMount(command, &arguments->mount);
+    AddSize(command, &arguments->size, "Size of the picture");
+    command
+        ->add_option("--radius-x", arguments->radiusX,
+                     "Horizontal semi-axis of the lens image, of the width")
+        ->check(NumberIn(kSmallestRadius, 1.0));
+    command
+        ->add_option("--radius-y", arguments->radiusY,
+                     "Vertical semi-axis of the lens image, of the height")
+        ->check(NumberIn(kSmallestRadius, 1.0));
+    command->callback([arguments] { RenderScene(*arguments); });
+}
+
+}  // namespace KivFisheyeTools

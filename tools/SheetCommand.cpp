@@ -1,0 +1,90 @@
+#include <cmath>
+#include <filesystem>
+#include <memory>
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "ContactSheet.h"
+#include "Failure.h"
+#include "Progress.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+struct SheetArguments {
+    std::string output;
+    std::vector<std::string> inputs;
+    std::string captions;
+    std::uint32_t columns = 0;
+    std::uint32_t width = 1600;
+};
+
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+    std::vector<std::string> parts;
+    std::size_t start = 0;
+    for (;;) {
+        const std::size_t comma = text.find(',', start);
+        parts.push_back(text.substr(start, comma - start));
+        if (comma == std::string::npos) {
+            return parts;
+        }
+        start = comma + 1;
+    }
+}
+
+std::vector<std::string> Captions(const SheetArguments& arguments) {
+    std::vector<std::string> captions;
+    if (!arguments.captions.empty()) {
+        captions = SplitAtCommas(arguments.captions);
+    } else {
+        for (const std::string& input : arguments.inputs) {
+            captions.push_back(std::filesystem::path(input).stem().string());
+        }
+    }
+    if (captions.size() != arguments.inputs.size()) {
+        throw UsageError("--captions: the number of captions is " +
+                         std::to_string(captions.size()) + " but that of pictures is " +
+                         std::to_string(arguments.inputs.size()));
+    }
+    return captions;
+}
+
+std::uint32_t Columns(const SheetArguments& arguments) {
+    if (arguments.columns > 0) {
+        return arguments.columns;
+    }
+    return static_cast<std::uint32_t>(std::ceil(std::sqrt(arguments.inputs.size())));
+}
+
+void MakeSheet(const SheetArguments& arguments) {
+    CheckPictureEnding(arguments.output);
+    const std::vector<std::string> captions = Captions(arguments);
+    ContactSheet sheet(arguments.width, Columns(arguments));
+    Progress progress;
+    for (std::size_t i = 0; i < arguments.inputs.size(); ++i) {
+        progress.Show("reading " + arguments.inputs[i]);
+        sheet.Add(ReadPicture(arguments.inputs[i], 3), captions[i]);
+    }
+    progress.Show("writing " + arguments.output);
+    WritePicture(arguments.output, sheet.Drawn());
+}
+
+}  // namespace
+
+void AddSheetCommand(CLI::App* app) {
+    const auto arguments = std::make_shared<SheetArguments>();
+    CLI::App* command = app->add_subcommand("sheet", "Arrange pictures in a grid with captions");
+    command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")->required();
+    command->add_option("INPUT", arguments->inputs, "The pictures, row by row")->required();
+    command->add_option("--columns", arguments->columns, "Pictures in a row; a square by default")
+        ->check(NumberIn(1, 1000));
+    command->add_option("--width", arguments->width, "Width of the sheet")
+        ->check(NumberIn(64, kMaximumSide))
+        ->capture_default_str();
+    command->add_option("--captions", arguments->captions,
+                        "Captions with commas between them; the files' names by default");
+    command->callback([arguments] { MakeSheet(*arguments); });
+}
+
+}  // namespace KivFisheyeTools
