@@ -9,16 +9,16 @@
 ///
 ///     void* context = CreateKivFisheyeCameraContext();
 ///     IKivFisheyeCamera* camera = GetCameraAPI(context);
-///     camera->SetMountAndViewType(KivFisheyeLib::MountTypeCeiling,
-///     KivFisheyeLib::ViewTypeFullPanorama); camera->SetInputVideoParams(input,
-///     KivFisheyeLib::PixelFormatRGB32); camera->GetRecommendOutputVideoSize(&output.width,
-///     &output.height);
+///     camera->SetMountAndViewType(MountTypeCeiling, ViewTypeFullPanorama);
+///     camera->SetInputVideoParams(input, PixelFormatRGB32);
+///     camera->GetRecommendOutputVideoSize(&output.width, &output.height);
 ///     // ... allocate the output frame ...
 ///     camera->SetOutputVideoParams(output);
 ///     camera->Process(0);
 ///     DeleteKivFisheyeCameraContext(context);
 ///
-/// This header needs C++11 and the standard library alone.
+/// The value types stand in the namespace `KivFisheyeLib`. This header needs C++11 and the standard
+/// library alone.
 
 #include <cstdint>
 

@@ -148,6 +148,31 @@ TYPED_TEST(ExhaustedMemory, ANewLensMakesTheSceneAfterAFailedOne) {
     });
 }
 
+TYPED_TEST(ExhaustedMemory, TheSameMountOrViewMakesTheSceneAfterAnyFailure) {
+    const auto setMount = [](auto& camera) {
+        EXPECT_EQ(camera.camera.SetMountType(TypeParam::kMountType), kResultOk);
+        EXPECT_TRUE(camera.ShowsTheRightPicture());
+    };
+    const auto setView = [](auto& camera) {
+        EXPECT_EQ(camera.camera.SetViewType(ViewTypeFullPanorama), kResultOk);
+        EXPECT_TRUE(camera.ShowsTheRightPicture());
+    };
+    this->AfterEachFailure(this->kTableSetters, setMount);
+    this->AfterEachFailure(this->kSceneSetters, setMount);
+    this->AfterEachFailure(this->kTableSetters, setView);
+    this->AfterEachFailure(this->kSceneSetters, setView);
+}
+
+TYPED_TEST(ExhaustedMemory, AFailureIsForgottenOnceTheNextSetterIsDone) {
+    const auto check = [](auto& camera) {
+        EXPECT_EQ(camera.SetTheSameOutput(), kResultOk);
+        EXPECT_EQ(camera.camera.SetMountType(TypeParam::kMountType), kResultNoChange);
+        EXPECT_EQ(camera.camera.SetViewType(ViewTypeFullPanorama), kResultNoChange);
+    };
+    this->AfterEachFailure(this->kTableSetters, check);
+    this->AfterEachFailure(this->kSceneSetters, check);
+}
+
 TYPED_TEST(ExhaustedMemory, TheOldSceneIsReleasedBeforeTheNewOneIsMade) {
     AllocationWatch watch;
     const int blocksBefore = watch.BlocksTaken();

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <iosfwd>
-#include <optional>
 #include <vector>
 
 // Two models of the unrolled ring that share no code with the library: one repeats its single
