@@ -4,7 +4,8 @@ add_library(KivFisheyeOptions INTERFACE)
 target_compile_features(KivFisheyeOptions INTERFACE cxx_std_17)
 target_compile_options(KivFisheyeOptions INTERFACE
   -ffp-contract=off
-  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+  $<$<BOOL:${KIVFISHEYE_WARNINGS_ARE_ERRORS}>:-Werror>)
 
 if(KIVFISHEYE_SANITIZE)
   target_compile_options(KivFisheyeOptions INTERFACE

@@ -5,13 +5,16 @@
 
 /// Panoramas of a camera that hangs from a ceiling and looks down.
 ///
-/// As for a table camera, but that row 0 of a panorama shows the ring's outer edge, `radiusX` and
-/// `radiusY` from the centre, and the last row its inner edge, `innerRadiusRatio` of that. The
-/// horizon is at the top. Frames, pixels and threads are as `UpwardFisheyeAlgoNS` has them.
+/// The lens is as `UpwardFisheyeAlgoNS` has it. Row 0 of a panorama shows the ring's outer edge,
+/// `radiusX` and `radiusY` from the centre, and the last row its inner edge, `innerRadiusRatio` of
+/// that, so the horizon is at the top. Column 0 looks to the right of the lens. A quarter of the
+/// width further on the table's picture shows the bottom of the lens and the direct one its top.
+/// Frames, pixels and threads are as for a table camera.
 namespace DownwardFisheyeAlgoNS {
 
 /// Evaluates the mapping afresh for every frame: the slow way, which needs no table and turns by
-/// any fraction of a column. Its picture is the mirror image of what `CPanoramaConverter` makes.
+/// any fraction of a column. Its picture at `pan` is the mirror image of what `CPanoramaConverter`
+/// makes at 360 minus `pan`.
 class CPanoramaSimpleConverter {
 public:
     /// Throws `std::bad_alloc` when memory runs out.
@@ -46,19 +49,20 @@ public:
     CPanoramaConverter(const CPanoramaConverter&) = delete;
     CPanoramaConverter& operator=(const CPanoramaConverter&) = delete;
 
-    /// Builds the table for these sizes in pixels, strides in bytes, lens, and pixels of 24 bits,
-    /// or of 32 for any other `bitsPerPixel`. It takes 4 bytes for each output pixel and a
-    /// twentieth of that again. Throws `std::bad_alloc`, and conversions then write nothing, when
-    /// memory runs out, when output pixels or source bytes exceed what a 32-bit int counts, or when
-    /// the source's rows do not fit in its stride.
+    /// Builds the table for these sizes in pixels, strides in bytes, lens, and pixels of 24 bits, or
+    /// of 32 for any other `bitsPerPixel`. It takes 4 bytes for each output pixel and a twentieth of
+    /// that again; more, up to as much again, when the output is much smaller than the source. Throws
+    /// `std::bad_alloc`, and conversions then write nothing, when memory runs out, when output pixels
+    /// or source bytes exceed what a 32-bit int counts, or when the source's rows do not fit in its
+    /// stride.
     KIVFISHEYE_API void Init(int srcWidth, int srcHeight, int srcStride, int dstWidth,
                              int dstHeight, int dstStride, int bitsPerPixel, float radiusX,
                              float radiusY, float innerRadiusRatio);
 
-    /// Converts one frame of the sizes and the pixel size that `Init` was told. Row padding is not
-    /// touched. The forms with `pan`, in degrees, move the picture to the left by whole columns, so
-    /// 360 divided by `dstWidth` is the smallest turn; they do not turn for a negative pan, and
-    /// write nothing for NaN.
+    /// Converts one frame of the sizes and the pixel size that `Init` was told; 32-bit conversions
+    /// write nothing with a table for 24 bits. Row padding is not touched. The forms with `pan`, in
+    /// degrees, move the picture to the left by whole columns, so 360 divided by `dstWidth` is the
+    /// smallest turn; they do not turn for a negative pan, and write nothing for NaN and infinity.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

@@ -29,13 +29,17 @@ CKivFisheyeCamera::~CKivFisheyeCamera() = default;
 
 // The first conversion shows a change of mount or view at once, without waiting for a frame.
 void CKivFisheyeCamera::xCreateScene() {
+    xMakeScene();
+    if (m_scene != nullptr) {
+        m_scene->Process(0);
+    }
+}
+
+void CKivFisheyeCamera::xMakeScene() {
     m_buildFailed = true;
     m_scene.reset();
     m_scene = SceneNS::CreateScene(this, nullptr);
     m_buildFailed = false;
-    if (m_scene != nullptr) {
-        m_scene->Process(0);
-    }
 }
 
 void CKivFisheyeCamera::xTellScene(void (CScene::*event)()) {
@@ -44,7 +48,7 @@ void CKivFisheyeCamera::xTellScene(void (CScene::*event)()) {
         (m_scene.get()->*event)();
         m_buildFailed = false;
     } else if (m_buildFailed) {
-        xCreateScene();
+        xMakeScene();
     }
 }
 

@@ -104,6 +104,7 @@ private:
     using Lock = CObjectLockT<CMultiThreadModel>;
 
     void xCreateScene();
+    void xMakeScene();
     void xTellScene(void (CScene::*event)());
 
     // Memory ran out while the scene or its table was made. The next setter makes it, also one that

@@ -51,8 +51,9 @@ enum ViewType : std::uint32_t {
 ///
 /// `stride` must be exact: the 3 or 4 bytes of each pixel of a row, and after them as many bytes of
 /// padding as lead to the next multiple of 4. `buffer` is the first pixel of the top row and leads
-/// to `stride` times `height` bytes. The library keeps the address, never frees it, and reads or
-/// writes it in `Process` and in calls that convert a frame at once.
+/// to `stride` times `height` bytes. The library keeps the address and never frees it: the memory
+/// must stay until another record takes the record's place or the context is deleted. It is read or
+/// written in `Process`, and when a change of mount or view converts a frame at once.
 struct VideoFrameInfo {
     std::uint32_t width;   ///< pixels in a row
     std::uint32_t height;  ///< rows
@@ -62,12 +63,14 @@ struct VideoFrameInfo {
 
 /// The lens image inside the input frame. It is an ellipse around the frame's centre.
 struct DewarpParams {
-    float radiusX;  ///< horizontal semi-axis as a fraction of the frame's width, 0 to 1
-    float radiusY;  ///< vertical semi-axis as a fraction of the frame's height, 0 to 1
-    float
-        wallViewAngle;  ///< reach of a wall panorama above and below the horizon, 10 to 90 degrees
-    float innerRadiusRatio;  ///< part of the radius left out around the centre, 0 to 0.8; ceiling,
-                             ///< table
+    /// Horizontal semi-axis as a fraction of the frame's width, 0 to 1.
+    float radiusX;
+    /// Vertical semi-axis as a fraction of the frame's height, 0 to 1.
+    float radiusY;
+    /// Reach of a wall panorama above and below the horizon, 10 to 90 degrees.
+    float wallViewAngle;
+    /// Part of the radius left out around the centre by ceiling and table panoramas, 0 to 0.8.
+    float innerRadiusRatio;
 };
 
 }  // namespace KivFisheyeLib
@@ -78,7 +81,7 @@ using ResultCode = std::int64_t;
 
 /// Done.
 const ResultCode kResultOk = 0;
-/// Nothing had to be done; not a failure.
+/// Nothing had to be done, which is no failure; and what `IsPixelFormatAccepted` says for no.
 const ResultCode kResultNoChange = 1;
 /// The context lacks something that the operation needs, such as a scene or a size.
 const ResultCode kResultNotReady = 0x80000001LL;
@@ -96,9 +99,9 @@ const ResultCode kResultOutOfMemory = 0x80000005LL;
 /// values from before and after a setter that runs at the same time.
 ///
 /// Setters of frames, mount, view and lens may allocate tables. When memory runs out they throw
-/// `std::bad_alloc` with the new values stored and the context usable: until a later setter
-/// succeeds, `Process` then writes nothing, or answers `kResultNotReady` where a scene could not be
-/// made.
+/// `std::bad_alloc` with the new values stored and the context usable. `Process` then writes
+/// nothing, or answers `kResultNotReady` where a scene could not be made, until another of these
+/// setters succeeds. For that one it does not matter whether it changes anything.
 class IKivFisheyeCamera {
 public:
     virtual ~IKivFisheyeCamera() = default;
@@ -112,8 +115,9 @@ public:
     /// `kResultInvalidArgument`, with nothing changed: a format that is not accepted, a side of 0,
     /// a null buffer, or a stride that is not exactly the row's bytes rounded up to 4. In a
     /// panorama view every call builds the tables anew, so a client that moves its pictures about
-    /// should copy them into one buffer rather than set another. A new format makes the stored
-    /// output record unfit until it is set again.
+    /// should copy them into one buffer rather than set another. After a change of format set the
+    /// output again: until then `Process` writes the new pixels at the old record's stride, a
+    /// useless picture that stays inside the record.
     virtual ResultCode SetInputVideoParams(const KivFisheyeLib::VideoFrameInfo& info,
                                            KivFisheyeLib::PixelFormat format) = 0;
 
@@ -138,7 +142,8 @@ public:
     /// Gives the view. `kResultInvalidArgument`: a null pointer.
     virtual ResultCode GetViewType(KivFisheyeLib::ViewType* view) = 0;
 
-    /// Changes both at once and always makes a new scene, even when neither changed.
+    /// Changes both, always makes a new scene, even when neither changed, and converts one frame at
+    /// once when both frames are set.
     /// `kResultInvalidArgument`: wall with dual panorama.
     virtual ResultCode SetMountAndViewType(KivFisheyeLib::MountType mount,
                                            KivFisheyeLib::ViewType view) = 0;
@@ -148,12 +153,14 @@ public:
                                            KivFisheyeLib::ViewType* view) = 0;
 
     /// Gives the output size in pixels that suits the input, mount, view and lens. The width is a
-    /// multiple of 8. `kResultInvalidArgument`: a null pointer. `kResultNotReady`: no input set.
+    /// multiple of 8; a lens without extent gives sides of 0. Where the context can have no scene,
+    /// and for now for wall and dual panoramas, it is the input's own size.
+    /// `kResultInvalidArgument`: a null pointer. `kResultNotReady`: no input set.
     virtual ResultCode GetRecommendOutputVideoSize(unsigned int* width, unsigned int* height) = 0;
 
-    /// Gives width over height of the output that suits the context's input, mount, view and
-    /// lens; 1.0 before the input is set. `kResultInvalidArgument`: a null pointer, or values that
-    /// the other form refuses. No lock.
+    /// Gives width over height of that output, before its sides are rounded; 1.0 where no size is
+    /// recommended and before the input is set. `kResultInvalidArgument`: a null pointer, or values
+    /// that the other form refuses. No lock.
     virtual ResultCode GetRecommendOutputVideoRatio(float* ratio) = 0;
 
     /// The same for any input size in pixels, mount, view and lens. `kResultInvalidArgument`: a
@@ -164,9 +171,12 @@ public:
                                                     const KivFisheyeLib::DewarpParams& params,
                                                     float* ratio) = 0;
 
-    /// Turns the view: pan and tilt in degrees, zoom as a factor. A zoom below 1 keeps the present
-    /// one. A panorama takes the pan alone, stored as 0 up to 360, and shows it with the next
-    /// `Process`. `kResultNotReady`: the context has no scene.
+    /// Turns the view: pan and tilt in degrees, zoom as a factor from 1 to 10. A zoom below 1 keeps
+    /// the present one. `kResultNotReady`: the context has no scene.
+    ///
+    /// A panorama takes the pan alone and stores it as 0 up to 360. At 0 the right of the lens is at
+    /// the picture's left edge; a growing pan moves the picture to the left, by whole columns. NaN
+    /// and infinity are stored as NaN, and `Process` then writes nothing.
     virtual ResultCode SetAbsolutePTZ(float pan, float tilt, float zoom) = 0;
 
     /// The same by differences. `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
@@ -202,7 +212,7 @@ public:
                                               float& tilt, float& zoom) = 0;
 };
 
-/// Outlines of the present view on the fisheye frame. A point is two floats, x then y, as fractions
+/// Outlines of the present view on the fisheye frame. A point is its x and its y, as fractions
 /// of the frame; counts are points. Not available yet: every operation answers `kResultNotReady`
 /// and writes nothing.
 class IKivFisheyeROI {
@@ -246,8 +256,9 @@ KIVFISHEYE_API IKivFisheyeCamera* GetCameraAPI(void* context);
 KIVFISHEYE_API IKivFisheyeROI* GetROIAPI(void* context);
 KIVFISHEYE_API IKivFisheyeDewarpBoundary* GetDewarpBoundaryAPI(void* context);
 
-/// The instruction set that the library uses on this processor. From 1 up: SSE, SSE2, SSE3, SSSE3,
-/// SSE4.1, SSE4.2, AVX, AVX2; 0 is a processor that has none of them.
+/// The highest instruction set that this processor and its operating system offer; kernels are chosen
+/// by it. From 1 up: SSE, SSE2, SSE3, SSSE3, SSE4.1, SSE4.2, AVX, AVX2; 0 is a processor that has
+/// none of them.
 KIVFISHEYE_API int GetCPUInstructionSet(void);
 
 }  // extern "C"

@@ -12,10 +12,10 @@ void* _aligned_malloc(unsigned long size, unsigned long alignment);
 /// Releases memory from `_aligned_malloc`. Null is ignored.
 void _aligned_free(void* memory);
 
-/// For linking code that was written for the other platform: the memory is gone when this returns.
+/// Lets code link that was written for Windows. The memory is gone when this returns.
 void* _alloca(unsigned long size);
 
-/// Goes with `_alloca` and does nothing.
+/// The counterpart of `_alloca`; does nothing.
 void _freea(void* memory);
 
 /// Elements of type `T` at a multiple of `N` bytes, owned by the buffer alone and not initialised.

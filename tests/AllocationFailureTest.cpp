@@ -148,6 +148,18 @@ TYPED_TEST(ExhaustedMemory, ANewLensMakesTheSceneAfterAFailedOne) {
     });
 }
 
+TYPED_TEST(ExhaustedMemory, ASceneMadeAfterAFailureWaitsForProcessLikeAnyOther) {
+    this->AfterEachFailure(this->kSceneSetters, [](auto& camera) {
+        EXPECT_EQ(camera.SetTheSameOutput(), kResultOk);
+        EXPECT_TRUE(camera.AreOutputsUntouched());
+    });
+    this->AfterEachFailure(this->kSceneSetters, [](auto& camera) {
+        EXPECT_EQ(camera.SetTheSameLens(), kResultOk);
+        EXPECT_TRUE(camera.AreOutputsUntouched());
+        EXPECT_TRUE(camera.ShowsTheRightPicture());
+    });
+}
+
 TYPED_TEST(ExhaustedMemory, TheSameMountOrViewMakesTheSceneAfterAnyFailure) {
     const auto setMount = [](auto& camera) {
         EXPECT_EQ(camera.camera.SetMountType(TypeParam::kMountType), kResultOk);

@@ -179,3 +179,18 @@ TEST(GuardedBuffers, StoresOnTheOpenSideAreNoticed) {
     *static_cast<volatile unsigned char*>(block.data() - 1) = 1;
     EXPECT_FALSE(block.IsSurroundingUntouched());
 }
+
+TEST(GuardPagesOfOtherPixels, A32BitConversionByA24BitTableWritesNothing) {
+    constexpr int kSide = 4;
+    constexpr unsigned char kSource = 0x11;
+    GuardedBuffer src(kSide * kSide * 3, GuardedBuffer::Side::EndsAtGuard, kSource);
+    GuardedBuffer dst(8 * kSide * 4, GuardedBuffer::Side::EndsAtGuard, kFill);
+    UpwardFisheyeAlgoNS::CPanoramaConverter converter;
+    // The radius reaches the frame's last pixel: 32 bits from there are one byte too many.
+    converter.Init(kSide, kSide, kSide * 3, 8, kSide, 8 * 4, 24, 0.75F, 0.75F, 0.0F);
+    converter.CvtRGB32(src.data(), dst.data());
+    converter.CvtRGB32(90.0F, src.data(), dst.data());
+    for (std::size_t i = 0; i < dst.size(); ++i) {
+        ASSERT_EQ(dst.data()[i], kFill) << i;
+    }
+}

@@ -20,7 +20,7 @@ struct DewarpArguments {
     std::string view;
     std::string size;
     std::string format = "rgb32";
-    KivFisheyeLib::DewarpParams lens{0.5F, 0.5F, 45.0F, 0.0F};
+    KivFisheyeLib::DewarpParams lens = kUsualLens;
     std::optional<float> pan;
     std::optional<float> tilt;
     std::optional<float> zoom;
@@ -45,7 +45,7 @@ void Expect(ResultCode result, const std::string& sentence) {
 }
 
 void CheckUsage(const DewarpArguments& arguments) {
-    CheckPictureEnding(arguments.output);
+    CheckOutput(arguments.output, {arguments.input});
     const auto mount = MountOfName(arguments.mount);
     const auto view = ViewOfName(arguments.view);
     if (!IsViewOfMount(mount, view)) {
@@ -109,25 +109,6 @@ void Dewarp(const DewarpArguments& arguments) {
     WritePicture(arguments.output, output);
 }
 
-void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
-    command
-        ->add_option("--radius-x", lens->radiusX,
-                     "Horizontal semi-axis of the lens image, of the width")
-        ->check(NumberIn(0.0, 1.0));
-    command
-        ->add_option("--radius-y", lens->radiusY,
-                     "Vertical semi-axis of the lens image, of the height")
-        ->check(NumberIn(0.0, 1.0));
-    command
-        ->add_option("--wall-view-angle", lens->wallViewAngle,
-                     "Reach of a wall panorama above and below the horizon, in degrees")
-        ->check(NumberIn(10.0, 90.0));
-    command
-        ->add_option("--inner-radius", lens->innerRadiusRatio,
-                     "Part of the radius left out around the centre")
-        ->check(NumberIn(0.0, 0.8));
-}
-
 }  // namespace
 
 void AddDewarpCommand(CLI::App* app) {
@@ -140,10 +121,13 @@ void AddDewarpCommand(CLI::App* app) {
     command->add_option("--view", arguments->view, "What the output shows")
         ->required()
         ->check(CLI::IsMember(ViewNames()));
-    command->add_option("--pan", arguments->pan, "Turn around, in degrees")->check(FiniteNumber());
-    command->add_option("--tilt", arguments->tilt, "Turn up or down, in degrees")
+    command
+        ->add_option("--pan", arguments->pan,
+                     "Turn to the right, in degrees, clockwise seen from above")
         ->check(FiniteNumber());
-    command->add_option("--zoom", arguments->zoom, "Factor of enlargement")
+    command->add_option("--tilt", arguments->tilt, "Virtual camera: turn up or down, in degrees")
+        ->check(FiniteNumber());
+    command->add_option("--zoom", arguments->zoom, "Virtual camera: factor of enlargement")
         ->check(NumberIn(1.0, 10.0));
     AddSize(command, &arguments->size,
             "Output size, the width a multiple of 8; the recommended size by default");

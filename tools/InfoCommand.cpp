@@ -6,6 +6,7 @@
 #include <memory>
 #include <sstream>
 
+#include "Arguments.h"
 #include "Camera.h"
 #include "Commands.h"
 #include "Failure.h"
@@ -13,6 +14,11 @@
 namespace KivFisheyeTools {
 
 namespace {
+
+struct InfoArguments {
+    std::string input;
+    KivFisheyeLib::DewarpParams lens = kUsualLens;
+};
 
 constexpr const char* kNotYet = "not available yet";
 
@@ -34,11 +40,18 @@ bool HasRecommendation(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType v
 
 void PrintRow(const std::string& mount, const std::string& view, const std::string& size,
               const std::string& ratio, const std::string& conversion) {
-    std::cout << std::left << std::setw(9) << mount << std::setw(6) << view << std::setw(19) << size
-              << std::setw(7) << ratio << conversion << '\n';
+    std::cout << std::left << std::setw(8) << mount << ' ' << std::setw(5) << view << ' '
+              << std::setw(18) << size << ' ' << std::setw(6) << ratio << ' ' << conversion << '\n';
 }
 
-void PrintView(Picture* input, KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
+std::string WordsFor(float ratio) {
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(3) << ratio;
+    return text.str();
+}
+
+void PrintView(Picture* input, const KivFisheyeLib::DewarpParams& lens,
+               KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
     std::string sizeText = kNotYet;
     std::string ratioText = "-";
     if (HasRecommendation(mount, view)) {
@@ -47,27 +60,27 @@ void PrintView(Picture* input, KivFisheyeLib::MountType mount, KivFisheyeLib::Vi
         float ratio = 0.0F;
         const Camera camera;
         camera->SetMountAndViewType(mount, view);
+        camera->SetDewarpParams(lens);
         camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input));
         if (camera->GetRecommendOutputVideoSize(&width, &height) != kResultOk ||
             camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
             throw Failure("the library recommends no output size for this picture");
         }
-        sizeText = std::to_string(width) + "x" + std::to_string(height);
-        std::ostringstream text;
-        text << std::fixed << std::setprecision(3) << ratio;
-        ratioText = text.str();
+        const bool isSize = width > 0 && height > 0;
+        sizeText = isSize ? std::to_string(width) + "x" + std::to_string(height) : "none";
+        ratioText = isSize ? WordsFor(ratio) : "-";
     }
     PrintRow(NameOf(mount), NameOf(view), sizeText, ratioText,
              CanShow(mount, view) ? "available" : kNotYet);
 }
 
-void PrintInfo(const std::string& inputPath) {
-    if (inputPath.empty()) {
+void PrintInfo(const InfoArguments& arguments) {
+    if (arguments.input.empty()) {
         std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
                   << "instruction set: " << InstructionSetName() << '\n';
         return;
     }
-    Picture input = ReadPicture(inputPath, 4);
+    Picture input = ReadPicture(arguments.input, 4);
     std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
               << "instruction set: " << InstructionSetName() << '\n'
               << "input: " << input.width << 'x' << input.height << "\n\n";
@@ -77,7 +90,7 @@ void PrintInfo(const std::string& inputPath) {
             const auto mount = MountOfName(mountName);
             const auto view = ViewOfName(viewName);
             if (IsViewOfMount(mount, view)) {
-                PrintView(&input, mount, view);
+                PrintView(&input, arguments.lens, mount, view);
             }
         }
     }
@@ -86,11 +99,13 @@ void PrintInfo(const std::string& inputPath) {
 }  // namespace
 
 void AddInfoCommand(CLI::App* app) {
-    const auto input = std::make_shared<std::string>();
+    const auto arguments = std::make_shared<InfoArguments>();
     CLI::App* command = app->add_subcommand(
         "info", "Tell about the library, and which output sizes suit a picture");
-    command->add_option("INPUT", *input, "A fisheye picture");
-    command->callback([input] { PrintInfo(*input); });
+    command->option_defaults()->always_capture_default();
+    command->add_option("INPUT", arguments->input, "A fisheye picture");
+    AddLensOptions(command, &arguments->lens);
+    command->callback([arguments] { PrintInfo(*arguments); });
 }
 
 }  // namespace KivFisheyeTools

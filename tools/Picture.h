@@ -38,10 +38,10 @@ void CheckPictureSize(std::uint64_t width, std::uint64_t height);
 Picture ReadPicture(const std::string& path, std::uint32_t bytesPerPixel);
 
 /// Writes a PNG or JPEG file, as the path's ending says. The file appears under its name only when
-/// it is complete; on `Failure` nothing is left behind.
+/// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is written.
 void WritePicture(const std::string& path, const Picture& picture);
 
-/// Throws `UsageError` unless the path ends in .png, .jpg or .jpeg.
+/// Throws `UsageError` unless the path is a name with the ending .png, .jpg or .jpeg.
 void CheckPictureEnding(const std::string& path);
 
 /// The picture at another size, smoothly filtered.

@@ -18,19 +18,48 @@ namespace fs = std::filesystem;
 
 constexpr int kJpegQuantizer = 2;
 
-bool EndsWith(const std::string& text, const std::string& ending) {
-    return text.size() >= ending.size() &&
-           std::equal(ending.rbegin(), ending.rend(), text.rbegin(), [](char a, char b) {
-               return a == (b >= 'A' && b <= 'Z' ? b - 'A' + 'a' : b);
-           });
-}
-
 AVCodecID CodecOfEnding(const std::string& path) {
-    if (EndsWith(path, ".png")) {
+    std::string ending = fs::path(path).extension().string();
+    std::transform(ending.begin(), ending.end(), ending.begin(), [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    });
+    if (ending == ".png") {
         return AV_CODEC_ID_PNG;
     }
-    const bool isJpeg = EndsWith(path, ".jpg") || EndsWith(path, ".jpeg");
-    return isJpeg ? AV_CODEC_ID_MJPEG : AV_CODEC_ID_NONE;
+    return ending == ".jpg" || ending == ".jpeg" ? AV_CODEC_ID_MJPEG : AV_CODEC_ID_NONE;
+}
+
+[[noreturn]] void FailToWrite(const std::string& path, int error) {
+    throw Failure("cannot write " + path + ": " + std::generic_category().message(error));
+}
+
+/// Where a write to the path goes: the end of its symbolic links, which need not exist.
+std::string TargetOf(const std::string& path) {
+    constexpr int kMostLinks = 40;
+    fs::path target = path;
+    std::error_code error;
+    for (int links = 0; fs::is_symlink(target, error); ++links) {
+        const fs::path next = fs::read_symlink(target, error);
+        if (error || links == kMostLinks) {
+            FailToWrite(path, error ? error.value() : ELOOP);
+        }
+        target = target.parent_path() / next;
+    }
+    return target.string();
+}
+
+/// Refuses what a rename would replace although it cannot be written.
+void CheckTarget(const std::string& target) {
+    std::error_code ignored;
+    if (!fs::exists(target, ignored)) {
+        return;
+    }
+    if (!fs::is_regular_file(target, ignored)) {
+        throw Failure("cannot write " + target + ": it is not a regular file");
+    }
+    if (access(target.c_str(), W_OK) != 0) {
+        FailToWrite(target, errno);
+    }
 }
 
 AvOwner<AVCodecContext> OpenEncoder(AVCodecID codecId, const Picture& picture) {
@@ -76,7 +105,7 @@ public:
                      (".kivfisheye-" + std::to_string(getpid()) + "-" + std::to_string(attempt));
             m_file = std::fopen(m_path.c_str(), "wbx");
             if (m_file == nullptr && errno != EEXIST) {
-                Fail(errno);
+                FailToWrite(m_target, errno);
             }
         }
     }
@@ -94,26 +123,22 @@ public:
 
     void Write(const std::uint8_t* bytes, std::size_t count) {
         if (std::fwrite(bytes, 1, count, m_file) != count) {
-            Fail(errno);
+            FailToWrite(m_target, errno);
         }
     }
 
     void MoveToTarget() {
         if (std::fclose(std::exchange(m_file, nullptr)) != 0) {
-            Fail(errno);
+            FailToWrite(m_target, errno);
         }
         std::error_code error;
         fs::rename(m_path, m_target, error);
         if (error) {
-            Fail(error.value());
+            FailToWrite(m_target, error.value());
         }
     }
 
 private:
-    [[noreturn]] void Fail(int error) const {
-        throw Failure("cannot write " + m_target + ": " + std::generic_category().message(error));
-    }
-
     std::string m_target;
     fs::path m_path;
     std::FILE* m_file = nullptr;
@@ -123,19 +148,18 @@ private:
 
 void CheckPictureEnding(const std::string& path) {
     if (CodecOfEnding(path) == AV_CODEC_ID_NONE) {
-        throw UsageError("cannot write " + path + ": its name must end in .png, .jpg or .jpeg");
+        throw UsageError("cannot write " + path +
+                         ": it needs a name with the ending .png, .jpg or .jpeg");
     }
 }
 
 void WritePicture(const std::string& path, const Picture& picture) {
     SilenceAv();
     CheckPictureEnding(path);
-    std::error_code ignored;
-    if (fs::exists(path, ignored) && !fs::is_regular_file(path, ignored)) {
-        throw Failure("cannot write " + path + ": it is not a regular file");
-    }
+    const std::string target = TargetOf(path);
+    CheckTarget(target);
     const AvOwner<AVPacket> packet = EncodedPicture(CodecOfEnding(path), picture);
-    TemporaryFile file(path);
+    TemporaryFile file(target);
     file.Write(packet->data, static_cast<std::size_t>(packet->size));
     file.MoveToTarget();
 }

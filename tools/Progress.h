@@ -1,8 +1,10 @@
 #ifndef KIVFISHEYE_TOOLS_PROGRESS_H
 #define KIVFISHEYE_TOOLS_PROGRESS_H
 
-#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <string>
+#include <thread>
 
 namespace KivFisheyeTools {
 
@@ -20,9 +22,17 @@ public:
     void ShowPart(const std::string& text, double part);
 
 private:
-    bool m_isTerminal;
-    bool m_hasShown = false;
-    std::chrono::steady_clock::time_point m_start;
+    void ShowAfterFirstSecond();
+    /// Called with the lock held.
+    void PrintLine() const;
+
+    const bool m_isTerminal;
+    std::mutex m_lock;
+    std::condition_variable m_end;
+    std::string m_text;
+    bool m_isVisible = false;
+    bool m_hasEnded = false;
+    std::thread m_timer;
 };
 
 }  // namespace KivFisheyeTools

@@ -21,7 +21,7 @@ struct SceneArguments {
 };
 
 void RenderScene(const SceneArguments& arguments) {
-    CheckPictureEnding(arguments.output);
+    CheckOutput(arguments.output, {});
     const Size size = SizeOfText(arguments.size);
     const Lens lens{size.width, size.height, arguments.radiusX, arguments.radiusY};
     Progress progress;

@@ -58,7 +58,7 @@ std::uint32_t Columns(const SheetArguments& arguments) {
 }
 
 void MakeSheet(const SheetArguments& arguments) {
-    CheckPictureEnding(arguments.output);
+    CheckOutput(arguments.output, arguments.inputs);
     const std::vector<std::string> captions = Captions(arguments);
     ContactSheet sheet(arguments.width, Columns(arguments));
     Progress progress;
@@ -75,8 +75,9 @@ void MakeSheet(const SheetArguments& arguments) {
 void AddSheetCommand(CLI::App* app) {
     const auto arguments = std::make_shared<SheetArguments>();
     CLI::App* command = app->add_subcommand("sheet", "Arrange pictures in a grid with captions");
-    command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")->required();
     command->add_option("INPUT", arguments->inputs, "The pictures, row by row")->required();
+    command->add_option("-o,--output", arguments->output, "The PNG or JPEG file to write")
+        ->required();
     command->add_option("--columns", arguments->columns, "Pictures in a row; a square by default")
         ->check(NumberIn(1, 1000));
     command->add_option("--width", arguments->width, "Width of the sheet")

@@ -10,10 +10,11 @@
 
 /// The cache lines of the source frame in the order in which a table first leads to them.
 ///
-/// A conversion reads scattered source pixels, and waiting for lines that were never touched is
-/// most of what it costs. Once fetched, a line serves many rows, so asking for each line once, some
-/// rows before its first use, takes far fewer requests than asking for each pixel. The list costs
-/// about a twentieth of the table's memory.
+/// A conversion reads scattered source pixels, and waiting for lines that were never touched is most
+/// of what it costs. Once fetched, a line serves many rows, so asking for each line once, some rows
+/// before its first use, takes far fewer requests than asking for each pixel. The list takes about a
+/// twentieth of the table's memory for an output of the recommended size, and up to as much again
+/// for one so small that hardly two of its pixels share a line.
 class FirstTouchLines {
 public:
     static constexpr int kLineBytes = 64;
@@ -27,6 +28,7 @@ public:
     template <int outOfFrame>
     void Build(const int* table, int width, int height, std::int64_t sourceBytes) {
         Clear();
+        m_rowEnds.reserve(TableTiles::ForCaches().CountRows(width, height));
         std::vector<bool> touched(static_cast<std::size_t>(sourceBytes / kLineBytes + 1));
         const auto listRow = [&](int y, int left, int right) {
             const int* const row = table + std::ptrdiff_t{y} * width;
@@ -42,7 +44,7 @@ public:
                     m_lines.push_back(line);
                 }
             }
-            m_rowEnds.push_back(m_lines.size());
+            m_rowEnds.push_back(static_cast<std::uint32_t>(m_lines.size()));
         };
         TableTiles::ForCaches().ForEachRow(width, height, listRow);
         m_lines.shrink_to_fit();
@@ -84,7 +86,7 @@ private:
     }
 
     std::vector<std::uint32_t> m_lines;
-    std::vector<std::size_t> m_rowEnds;
+    std::vector<std::uint32_t> m_rowEnds;
 };
 
 #endif

@@ -3,6 +3,8 @@
 
 #include <pthread.h>
 
+#include <cerrno>
+#include <new>
 #include <system_error>
 
 /// A lock that the thread which holds it may take again.
@@ -27,6 +29,9 @@ public:
 
 private:
     static void Check(int error) {
+        if (error == ENOMEM) {
+            throw std::bad_alloc();
+        }
         if (error != 0) {
             throw std::system_error(error, std::generic_category());
         }

@@ -110,7 +110,9 @@ private:
     /// row and its stride are left as they are.
     template <class Pixel, class Runs>
     void ConvertRuns(const unsigned char* src, unsigned char* dst, const Runs& runs) const {
-        if (table.count() == 0) {
+        // The offsets of smaller pixels would lead past the end of the source.
+        const bool isForSmallerPixels = bitsPerPixel == 24 && Pixel::kBytes > 3;
+        if (table.count() == 0 || isForSmallerPixels) {
             return;
         }
         // Rows that overlap must be written in their order.
@@ -139,11 +141,11 @@ private:
         constexpr int kGroup = 8;
         int x = 0;
         for (; x + kGroup <= count; x += kGroup) {
-            ConvertGroup<Pixel>(entries + x, src, dst + x * Pixel::kBytes,
+            ConvertGroup<Pixel>(entries + x, src, dst + std::ptrdiff_t{x} * Pixel::kBytes,
                                 std::make_integer_sequence<int, kGroup>());
         }
         for (; x < count; ++x) {
-            ConvertEntry<Pixel>(entries[x], src, dst + x * Pixel::kBytes);
+            ConvertEntry<Pixel>(entries[x], src, dst + std::ptrdiff_t{x} * Pixel::kBytes);
         }
     }
 

@@ -2,6 +2,7 @@
 #define KIVFISHEYE_TABLE_TILES_H
 
 #include <algorithm>
+#include <cstddef>
 
 /// The order in which a table's entries are gone through: tiles of a few rows and a limited width,
 /// one beside the other, and the rows of each from the top. A ring crosses thousands of source
@@ -14,6 +15,12 @@ struct TableTiles {
     /// What keeps an output frame's rows in their order from first to last.
     static TableTiles WholeRows(int width) { return {width, 1}; }
     static TableTiles ForCaches() { return {2048, 32}; }
+
+    /// How often `ForEachRow` visits.
+    std::size_t CountRows(int tableWidth, int tableHeight) const {
+        const int tilesBeside = (tableWidth - 1) / columns + 1;
+        return static_cast<std::size_t>(tilesBeside) * static_cast<std::size_t>(tableHeight);
+    }
 
     /// Calls `visit(y, left, right)` for each row of each tile of a table, with its columns from
     /// `left` up to but not including `right`.

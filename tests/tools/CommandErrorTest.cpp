@@ -29,6 +29,12 @@ std::vector<std::string> DewarpFiles(const std::string& input, const std::string
     return {"dewarp", input, output, "--mount", "ceiling", "--view", "full"};
 }
 
+std::vector<std::string> Sheet(const std::vector<std::string>& words) {
+    std::vector<std::string> arguments = {"sheet", "--output", "output.png"};
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    return arguments;
+}
+
 std::vector<std::string> DewarpView(const std::string& mount, const std::string& view) {
     return {"dewarp", "input.png", "output.png", "--mount", mount, "--view", view};
 }
@@ -53,6 +59,10 @@ const std::vector<ErrorCase> kErrorCases = {
     {"PanBeyondFloat", Dewarp({"--pan", "1e39"}), kUsage, "finite"},
     {"PanBeyondDouble", Dewarp({"--pan", "1e999"}), kUsage, "finite"},
     {"PanNoNumber", Dewarp({"--pan", "12x"}), kUsage, "12x"},
+    {"PanOfTwoSigns", Dewarp({"--pan", "+-12"}), kUsage, "+-12"},
+    {"PanOfTwoPluses", Dewarp({"--pan", "++12"}), kUsage, "++12"},
+    {"PanOfASign", Dewarp({"--pan", "+"}), kUsage, "finite"},
+    {"PanPlusInfinite", Dewarp({"--pan", "+inf"}), kUsage, "finite"},
     {"TiltNan", Dewarp({"--tilt", "NaN"}), kUsage, "finite"},
     {"ZoomTooSmall", Dewarp({"--zoom", "0.99"}), kUsage, "from 1 to 10"},
     {"ZoomTooLarge", Dewarp({"--zoom", "10.1"}), kUsage, "from 1 to 10"},
@@ -70,10 +80,24 @@ const std::vector<ErrorCase> kErrorCases = {
     {"SizeOfNothing", Dewarp({"--size", "0x50"}), kUsage, "0x50"},
     {"SizeNegative", Dewarp({"--size", "8x-8"}), kUsage, "8x-8"},
     {"SizeOverflows", Dewarp({"--size", "4294967304x8"}), kUsage, "4294967304x8"},
-    {"SizeTooLarge", Dewarp({"--size", "65528x65535"}), kFailure, "too large"},
+    {"SizeTooLarge", Dewarp({"--size", "65528x65535"}), kUsage, "at most 134217728 pixels"},
+    {"SizeJustTooLarge", Dewarp({"--size", "16384x8193"}), kUsage, "at most 134217728 pixels"},
+    {"SizeOfTheLimit",
+     {"dewarp", "none.png", "o.png", "--mount", "table", "--view", "full", "--size", "16384x8192"},
+     kFailure,
+     "none.png"},
     {"LensWithoutExtent", Dewarp({"--radius-x", "0", "--radius-y", "0"}), kFailure, "lens"},
     {"UnknownEnding", DewarpFiles("input.png", "output.bmp"), kUsage, ".png, .jpg or .jpeg"},
     {"NoEnding", DewarpFiles("input.png", "output"), kUsage, ".png, .jpg or .jpeg"},
+    {"NothingButAnEnding", DewarpFiles("input.png", ".png"), kUsage, ".png, .jpg or .jpeg"},
+    {"OutputIsInput", DewarpFiles("input.png", "input.png"), kUsage, "replace the input input.png"},
+    {"OutputIsInputElsewhere", DewarpFiles("input.png", "folder.png/../input.png"), kUsage,
+     "replace the input input.png"},
+    {"OutputIsLinkToInput", DewarpFiles("input.png", "link.png"), kUsage,
+     "replace the input input.png"},
+    {"OutputIsTargetOfInput", DewarpFiles("link.png", "input.png"), kUsage,
+     "replace the input link.png"},
+    {"OutputIsEndlessLink", DewarpFiles("input.png", "endless.png"), kFailure, "endless.png"},
     {"MissingInput", DewarpFiles("missing.png", "output.png"), kFailure, "missing.png"},
     {"DirectoryAsInput", DewarpFiles("folder.png", "output.png"), kFailure, "directory"},
     {"TextAsInput", DewarpFiles("text.png", "output.png"), kFailure, "text.png"},
@@ -85,32 +109,32 @@ const std::vector<ErrorCase> kErrorCases = {
     {"DirectoryAsOutput", DewarpFiles("input.png", "folder.png"), kFailure, "folder.png"},
     {"LineBreakInName", DewarpFiles("mis\nsing.png", "output.png"), kFailure, "sing.png"},
     {"InfoOfMissing", {"info", "missing.png"}, kFailure, "missing.png"},
+    {"InfoOfImpossibleLens",
+     {"info", "input.png", "--inner-radius", "0.81"},
+     kUsage,
+     "from 0 to 0.8"},
     {"InfoOfTwo", {"info", "input.png", "text.png"}, kUsage, "text.png"},
     {"SceneWithoutOutput", {"scene"}, kUsage, "OUTPUT"},
     {"SceneOfUnknownMount", {"scene", "output.png", "--mount", "sky"}, kUsage, "sky"},
     {"SceneWithoutLens", {"scene", "output.png", "--radius-x", "0"}, kUsage, "--radius-x"},
-    {"SceneTooLarge", {"scene", "output.png", "--size", "65535x65535"}, kFailure, "too large"},
+    {"SceneTooLarge",
+     {"scene", "output.png", "--size", "65535x65535"},
+     kUsage,
+     "at most 134217728 pixels"},
     {"SceneInNoDirectory",
      {"scene", "none/output.png", "--size", "8x8"},
      kFailure,
      "none/output.png"},
-    {"SheetOfNothing", {"sheet", "output.png"}, kUsage, "INPUT"},
-    {"SheetOfMissing",
-     {"sheet", "output.png", "input.png", "missing.png"},
-     kFailure,
-     "missing.png"},
-    {"SheetWithoutColumns",
-     {"sheet", "output.png", "input.png", "--columns", "0"},
+    {"SheetOfNothing", Sheet({}), kUsage, "INPUT"},
+    {"SheetWithoutOutput", {"sheet", "input.png", "link.png"}, kUsage, "--output"},
+    {"SheetOfItsOutput",
+     {"sheet", "text.png", "input.png", "-o", "./input.png"},
      kUsage,
-     "--columns"},
-    {"SheetTooNarrow",
-     {"sheet", "output.png", "input.png", "--columns", "90"},
-     kUsage,
-     "too narrow"},
-    {"SheetWithCaptionTooMany",
-     {"sheet", "output.png", "input.png", "--captions", "a,b"},
-     kUsage,
-     "captions"},
+     "replace the input input.png"},
+    {"SheetOfMissing", Sheet({"input.png", "missing.png"}), kFailure, "missing.png"},
+    {"SheetWithoutColumns", Sheet({"input.png", "--columns", "0"}), kUsage, "--columns"},
+    {"SheetTooNarrow", Sheet({"input.png", "--columns", "90"}), kUsage, "too narrow"},
+    {"SheetWithCaptionTooMany", Sheet({"input.png", "--captions", "a,b"}), kUsage, "captions"},
 };
 
 /// Makes what the cases refer to: a good picture, and everything that is none.
@@ -125,6 +149,8 @@ void FillFolder(const TemporaryFolder& folder) {
     WriteContent(folder.File("empty.png"), "");
     WriteContent(folder.File("text.png"), "This is no picture.\n");
     std::filesystem::create_directory(folder.File("folder.png"));
+    std::filesystem::create_symlink("input.png", folder.File("link.png"));
+    std::filesystem::create_symlink("endless.png", folder.File("endless.png"));
 }
 
 void ExpectOneSentence(const ToolRun& run, const std::string& words) {
@@ -142,11 +168,13 @@ TEST_P(ToolError, IsOneSentenceAndLeavesNothing) {
     const TemporaryFolder folder;
     FillFolder(folder);
     const std::set<std::string> before = folder.Names();
+    const std::string input = ContentOf(folder.File("input.png"));
     const ToolRun run = RunTool(folder, GetParam().arguments);
     EXPECT_EQ(run.status, GetParam().status);
     EXPECT_EQ(run.output, "");
     ExpectOneSentence(run, GetParam().words);
     EXPECT_EQ(folder.Names(), before);
+    EXPECT_EQ(ContentOf(folder.File("input.png")), input);
     EXPECT_TRUE(std::filesystem::is_empty(folder.File("folder.png")));
 }
 
@@ -172,12 +200,25 @@ TEST(ToolError, AFullDiskLeavesTheOlderFileAlone) {
     FillFolder(folder);
     WriteContent(folder.File("output.png"), "older");
     const std::set<std::string> before = folder.Names();
-    ToolLimits limits;
-    limits.fileBytes = 600;
+    ToolConditions conditions;
+    conditions.fileBytes = 600;
     const ToolRun run =
-        RunTool(folder, {"scene", "output.png", "--mount", "table", "--size", "64x64"}, limits);
+        RunTool(folder, {"scene", "output.png", "--mount", "table", "--size", "64x64"}, conditions);
     EXPECT_EQ(run.status, kFailure);
     ExpectOneSentence(run, "output.png");
     EXPECT_EQ(ContentOf(folder.File("output.png")), "older");
     EXPECT_EQ(folder.Names(), before);
+}
+
+TEST(ToolError, AFileThatMustNotBeWrittenStays) {
+    const TemporaryFolder folder;
+    WriteContent(folder.File("output.png"), "older");
+    std::filesystem::permissions(folder.File("output.png"), std::filesystem::perms::owner_read);
+    ToolConditions conditions;
+    conditions.bindsSuperuser = true;
+    const ToolRun run = RunTool(folder, {"scene", "output.png", "--size", "8x8"}, conditions);
+    EXPECT_EQ(run.status, kFailure);
+    ExpectOneSentence(run, "cannot write output.png: Permission denied");
+    EXPECT_EQ(ContentOf(folder.File("output.png")), "older");
+    EXPECT_EQ(folder.Names(), std::set<std::string>{"output.png"});
 }

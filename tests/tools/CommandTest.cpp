@@ -31,6 +31,25 @@ std::vector<std::string> Lines(const std::string& text) {
     return lines;
 }
 
+/// What the help says of an option, as far as the next one.
+std::string HelpOn(const std::string& option, const std::string& help) {
+    const std::size_t start = help.find(option + ' ');
+    return start == std::string::npos ? "" : help.substr(start, help.find("\n  -", start) - start);
+}
+
+/// The words of the line that `info` prints about a mount and view.
+std::vector<std::string> InfoOn(const std::string& mount, const std::string& view,
+                                const std::string& info) {
+    for (const std::string& line : Lines(info)) {
+        const std::vector<std::string> words = Words(line);
+        if (words.size() >= 5 && words[0] == mount && words[1] == view) {
+            return words;
+        }
+    }
+    ADD_FAILURE() << "nothing about " << mount << ' ' << view << " in " << info;
+    return std::vector<std::string>(5);
+}
+
 /// A picture of one colour.
 void WritePlain(const TemporaryFolder& folder, const std::string& name, std::uint32_t width,
                 std::uint32_t height, std::uint8_t red) {
@@ -66,6 +85,18 @@ TEST(Help, NamesEveryCommandAndOption) {
          {"--mount", "--view", "--pan", "--tilt", "--zoom", "--size", "--radius-x", "--radius-y",
           "--wall-view-angle", "--inner-radius", "--format"}) {
         EXPECT_NE(dewarp.find(option), std::string::npos) << option;
+    }
+}
+
+TEST(Help, SaysWhatAnOptionActsOn) {
+    const TemporaryFolder folder;
+    const std::string help = RunTool(folder, {"dewarp", "--help"}).output;
+    for (const auto& [option, words] :
+         {std::pair("--tilt", "Virtual camera:"), std::pair("--zoom", "Virtual camera:"),
+          std::pair("--wall-view-angle", "Wall panorama:"),
+          std::pair("--inner-radius", "Ceiling and table panoramas:"),
+          std::pair("--pan", "clockwise seen from above")}) {
+        EXPECT_NE(HelpOn(option, help).find(words), std::string::npos) << option << " in " << help;
     }
 }
 
@@ -124,6 +155,46 @@ TEST(Info, RecommendsWhatTheViewsAreMadeIn) {
     EXPECT_EQ(recommended, 5);
 }
 
+TEST(Info, RecommendsWhatSuitsTheLens) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "input.png", 640, 480, 90);
+    const std::vector<std::string> lens = {"--radius-x",     "0.3", "--radius-y",        "0.4",
+                                           "--inner-radius", "0.5", "--wall-view-angle", "30"};
+    std::vector<std::string> info = {"info", "input.png"};
+    std::vector<std::string> dewarp = {"dewarp",  "input.png", "output.png", "--mount",
+                                       "ceiling", "--view",    "full"};
+    const std::string usual = InfoOn("ceiling", "full", RunTool(folder, info).output)[2];
+    info.insert(info.end(), lens.begin(), lens.end());
+    dewarp.insert(dewarp.end(), lens.begin(), lens.end());
+    const std::string suiting = InfoOn("ceiling", "full", RunTool(folder, info).output)[2];
+    ASSERT_EQ(RunTool(folder, dewarp).status, 0);
+    const Picture made = KivFisheyeTools::ReadPicture(folder.File("output.png"), 3);
+    EXPECT_EQ(suiting, std::to_string(made.width) + "x" + std::to_string(made.height));
+    EXPECT_NE(suiting, usual);
+}
+
+TEST(Info, RecommendsNothingForALensWithoutExtent) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "input.png", 640, 480, 90);
+    const ToolRun run =
+        RunTool(folder, {"info", "input.png", "--radius-x", "0", "--radius-y", "0"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const std::vector<std::string> words = InfoOn("table", "full", run.output);
+    EXPECT_EQ(words[2], "none") << run.output;
+    EXPECT_EQ(words[3], "-") << run.output;
+}
+
+TEST(Info, KeepsItsColumnsApart) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "long.png", 65535, 1, 90);
+    const std::string info = RunTool(folder, {"info", "long.png"}).output;
+    for (const char* mount : {"wall", "ceiling", "table"}) {
+        const std::string ratio = InfoOn(mount, "vcam", info)[3];
+        EXPECT_GE(ratio.size(), 7U) << info;
+        EXPECT_EQ(ratio.find_first_not_of("0123456789."), std::string::npos) << info;
+    }
+}
+
 TEST(Info, SaysTheSameOfAViewAsDewarpDoes) {
     const TemporaryFolder folder;
     WritePlain(folder, "input.png", 64, 64, 90);
@@ -160,8 +231,8 @@ TEST(Sheet, ShowsEveryPictureOverItsCaption) {
     WritePlain(folder, "a.png", 40, 30, reds[0]);
     WritePlain(folder, "b.png", 40, 30, reds[1]);
     WritePlain(folder, "c.png", 40, 30, reds[2]);
-    const ToolRun run = RunTool(folder, {"sheet", "sheet.png", "a.png", "b.png", "c.png",
-                                         "--columns", "2", "--width", "400"});
+    const ToolRun run = RunTool(folder, {"sheet", "a.png", "b.png", "c.png", "--output",
+                                         "sheet.png", "--columns", "2", "--width", "400"});
     EXPECT_EQ(run.status, 0) << run.errors;
     const Picture sheet = KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3);
     EXPECT_EQ(sheet.width, 400U);
@@ -195,7 +266,7 @@ TEST(Sheet, CaptionsAreInkUnderThePictures) {
     const TemporaryFolder folder;
     WritePlain(folder, "input.png", 300, 50, 200);
     const auto inkOf = [&](const std::string& caption) {
-        EXPECT_EQ(RunTool(folder, {"sheet", "sheet.png", "input.png", "--width", "400",
+        EXPECT_EQ(RunTool(folder, {"sheet", "input.png", "-o", "sheet.png", "--width", "400",
                                    "--captions", caption})
                       .status,
                   0);
@@ -220,7 +291,7 @@ TEST(Sheet, MakesLargePicturesFitTheirCells) {
     WritePlain(folder, "wide.png", 1000, 200, 200);
     WritePlain(folder, "high.png", 200, 1000, 100);
     const ToolRun run =
-        RunTool(folder, {"sheet", "sheet.png", "wide.png", "high.png", "--width", "300"});
+        RunTool(folder, {"sheet", "-o", "sheet.png", "wide.png", "high.png", "--width", "300"});
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3).width, 300U);
 }

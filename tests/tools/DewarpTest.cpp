@@ -178,6 +178,13 @@ TEST_P(FullPanorama, IsTheSameInBothPixelFormats) {
     EXPECT_EQ(std::memcmp(rgb24.pixels.data(), rgb32.pixels.data(), rgb24.pixels.size()), 0);
 }
 
+TEST_P(FullPanorama, TurnsByANumberWithAPlus) {
+    const Panorama panorama(GetParam(), {}, 64, 64);
+    const Picture turned = panorama.Made({"--pan", "90"});
+    EXPECT_EQ(panorama.Made({"--pan", "+90"}).pixels, turned.pixels);
+    EXPECT_NE(panorama.Made({}).pixels, turned.pixels);
+}
+
 TEST_P(FullPanorama, TakesTheSizeOfTheOption) {
     const Panorama panorama(GetParam(), {}, 64, 64);
     const Picture picture = panorama.Made({"--size", "24x7"});

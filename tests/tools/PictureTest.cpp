@@ -119,7 +119,7 @@ TEST(PictureFile, EndingDecidesTheKind) {
     const Picture picture = NoisePicture(8, 8, 3);
     WritePicture(folder.File("a.PNG"), picture);
     EXPECT_EQ(ContentOf(folder.File("a.PNG")).substr(0, 4), "\x89PNG");
-    for (const char* name : {"a.gif", "png", "a.png.bmp", "jpg", ""}) {
+    for (const char* name : {"a.gif", "png", "a.png.bmp", "jpg", "", ".png", ".JPEG"}) {
         EXPECT_THROW(WritePicture(folder.File(name), picture), UsageError) << name;
     }
     EXPECT_EQ(folder.Names(), std::set<std::string>{"a.PNG"});
@@ -132,6 +132,23 @@ TEST(PictureFile, WritingReplacesAnOlderFile) {
     WritePicture(folder.File("a.png"), picture);
     EXPECT_EQ(LargestDifference(picture, ReadPicture(folder.File("a.png"), 3)), 0);
     EXPECT_EQ(folder.Names(), std::set<std::string>{"a.png"});
+}
+
+TEST(PictureFile, WritingFollowsLinks) {
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder.File("links"));
+    std::filesystem::create_symlink("../target.png", folder.File("links/near.png"));
+    std::filesystem::create_symlink(folder.File("links/near.png"), folder.File("far.png"));
+    // The second time the target is there already.
+    for (const std::uint32_t side : {9U, 5U}) {
+        const Picture picture = NoisePicture(side, side, 3);
+        WritePicture(folder.File("far.png"), picture);
+        EXPECT_EQ(LargestDifference(picture, ReadPicture(folder.File("target.png"), 3)), 0);
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.File("far.png")));
+        EXPECT_TRUE(std::filesystem::is_symlink(folder.File("links/near.png")));
+        EXPECT_FALSE(std::filesystem::is_symlink(folder.File("target.png")));
+    }
+    EXPECT_EQ(folder.Names(), (std::set<std::string>{"far.png", "links", "target.png"}));
 }
 
 TEST(PictureFile, WritingIntoNoDirectoryFails) {

@@ -1,6 +1,8 @@
 #include "ToolRun.h"
 
 #include <fcntl.h>
+#include <linux/capability.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -19,8 +21,24 @@ void Redirect(const std::string& path, int descriptor) {
     close(file);
 }
 
+void Meet(const ToolConditions& conditions) {
+    if (conditions.fileBytes > 0) {
+        const rlimit limit{conditions.fileBytes, conditions.fileBytes};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    const bool isSuperuser = geteuid() == 0;
+    if (conditions.bindsSuperuser && isSuperuser &&
+        prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) != 0) {
+        _exit(kCannotStart);
+    }
+    if (conditions.errors >= 0 && dup2(conditions.errors, STDERR_FILENO) < 0) {
+        _exit(kCannotStart);
+    }
+}
+
 [[noreturn]] void BecomeTool(const TemporaryFolder& folder, const TemporaryFolder& streams,
-                             const std::vector<std::string>& arguments, const ToolLimits& limits) {
+                             const std::vector<std::string>& arguments,
+                             const ToolConditions& conditions) {
     std::vector<std::string> words = {KIVFISHEYE_TOOL};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
@@ -31,10 +49,7 @@ void Redirect(const std::string& path, int descriptor) {
     pointers.push_back(nullptr);
     Redirect(streams.File("output"), STDOUT_FILENO);
     Redirect(streams.File("errors"), STDERR_FILENO);
-    if (limits.fileBytes > 0) {
-        const rlimit limit{limits.fileBytes, limits.fileBytes};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
+    Meet(conditions);
     if (chdir(folder.Path().c_str()) == 0) {
         execv(KIVFISHEYE_TOOL, pointers.data());
     }
@@ -44,11 +59,11 @@ void Redirect(const std::string& path, int descriptor) {
 }  // namespace
 
 ToolRun RunTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                const ToolLimits& limits) {
+                const ToolConditions& conditions) {
     const TemporaryFolder streams;
     const pid_t child = fork();
     if (child == 0) {
-        BecomeTool(folder, streams, arguments, limits);
+        BecomeTool(folder, streams, arguments, conditions);
     }
     int status = 0;
     if (child < 0 || waitpid(child, &status, 0) != child) {

@@ -13,13 +13,18 @@ struct ToolRun {
     std::string errors;
 };
 
-/// Limits that a run is put under; 0 is no limit.
-struct ToolLimits {
+/// What a run meets.
+struct ToolConditions {
+    /// The most bytes a file may grow to, unless it is 0.
     unsigned long fileBytes = 0;
+    /// Whether permissions of files bind the superuser too.
+    bool bindsSuperuser = false;
+    /// A descriptor that becomes standard error, instead of a file, unless it is -1.
+    int errors = -1;
 };
 
 /// Runs the tool with the folder as its working directory.
 ToolRun RunTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
-                const ToolLimits& limits = {});
+                const ToolConditions& conditions = {});
 
 #endif
