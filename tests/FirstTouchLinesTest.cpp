@@ -43,7 +43,7 @@ protected:
         m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes);
         m_firstTouched.clear();
         std::set<int> seen;
-        const TableTiles tiles = TableTiles::ForCaches();
+        const TableTiles tiles = TableTiles::ForCaches(columns);
         for (int top = 0; top < rows; top += tiles.rows) {
             for (int left = 0; left < columns; left += tiles.columns) {
                 for (int y = top; y < std::min(top + tiles.rows, rows); ++y) {
@@ -141,11 +141,12 @@ TEST_F(Lines, AreEachRequestedOnce) {
 }
 
 TEST_F(Lines, FollowTheTilesOfATable) {
-    const TableTiles tiles = TableTiles::ForCaches();
     RingGenerator generator(82);
-    BuildAny(generator, tiles.columns + 3, tiles.rows + 2);
-    WalkAllRows();
-    EXPECT_EQ(Requested(), AllTouched());
+    for (const int columns : {2051, 4100}) {
+        BuildAny(generator, columns, TableTiles::ForCaches(columns).rows + 2);
+        WalkAllRows();
+        EXPECT_EQ(Requested(), AllTouched());
+    }
 }
 
 TEST_F(Lines, AreRequestedBeforeTheirRowButNotFarAhead) {

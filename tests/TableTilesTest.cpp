@@ -53,10 +53,10 @@ TEST(TableTilesOrder, WholeRowsGoFromFirstToLast) {
 }
 
 TEST(TableTilesOrder, CoversEveryEntryOnceAndEachColumnFromTheTop) {
-    for (const int width : {1, 2047, 2048, 2049, 4096, 5000}) {
+    for (const int width : {1, 2047, 2048, 2049, 4096, 4097, 5000, 5120}) {
         for (const int height : {1, 31, 32, 33, 64, 70}) {
             std::vector<int> nextRow(static_cast<std::size_t>(width), 0);
-            for (const RowPart& part : Visits(TableTiles::ForCaches(), width, height)) {
+            for (const RowPart& part : Visits(TableTiles::ForCaches(width), width, height)) {
                 ASSERT_LT(part.left, part.right);
                 for (int x = part.left; x < part.right; ++x) {
                     ASSERT_EQ(nextRow.at(static_cast<std::size_t>(x))++, part.y)

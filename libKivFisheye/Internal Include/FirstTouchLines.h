@@ -28,7 +28,8 @@ public:
     template <int outOfFrame>
     void Build(const int* table, int width, int height, std::int64_t sourceBytes) {
         Clear();
-        m_rowEnds.reserve(TableTiles::ForCaches().CountRows(width, height));
+        const TableTiles tiles = TableTiles::ForCaches(width);
+        m_rowEnds.reserve(tiles.CountRows(width, height));
         std::vector<bool> touched(static_cast<std::size_t>(sourceBytes / kLineBytes + 1));
         const auto listRow = [&](int y, int left, int right) {
             const int* const row = table + std::ptrdiff_t{y} * width;
@@ -46,7 +47,7 @@ public:
             }
             m_rowEnds.push_back(static_cast<std::uint32_t>(m_lines.size()));
         };
-        TableTiles::ForCaches().ForEachRow(width, height, listRow);
+        tiles.ForEachRow(width, height, listRow);
         m_lines.shrink_to_fit();
     }
 
@@ -70,7 +71,7 @@ public:
     private:
         // Far enough for memory to answer. What was requested fits in a second-level cache, but not
         // in the first.
-        static constexpr std::size_t kRowsAhead = 16;
+        static constexpr std::size_t kRowsAhead = 32;
         static constexpr int kSecondLevelCache = 2;
 
         const FirstTouchLines& m_owner;

@@ -118,7 +118,7 @@ private:
         // Rows that overlap must be written in their order.
         const bool overlap = dstStride < std::int64_t{dstWidth} * Pixel::kBytes;
         const TableTiles tiles =
-            overlap ? TableTiles::WholeRows(dstWidth) : TableTiles::ForCaches();
+            overlap ? TableTiles::WholeRows(dstWidth) : TableTiles::ForCaches(dstWidth);
         FirstTouchLines::Walk ahead(lines, src);
         tiles.ForEachRow(dstWidth, dstHeight, [&](int y, int left, int right) {
             ahead.NextRow();

@@ -14,7 +14,11 @@ struct TableTiles {
 
     /// What keeps an output frame's rows in their order from first to last.
     static TableTiles WholeRows(int width) { return {width, 1}; }
-    static TableTiles ForCaches() { return {2048, 32}; }
+    /// Small panoramas fare best with long rows; wide ones, whose rings leave a second-level cache
+    /// between one row and the next, with narrow and high tiles. Both are measured.
+    static TableTiles ForCaches(int width) {
+        return width > 4096 ? TableTiles{1024, 64} : TableTiles{2048, 32};
+    }
 
     /// How often `ForEachRow` visits.
     std::size_t CountRows(int tableWidth, int tableHeight) const {
