@@ -1,8 +1,10 @@
+#include <exception>
 #include <iostream>
 #include <vector>
 
 #include "PanoramaBenchmark.h"
 #include "RatioTable.h"
+#include "VCamBenchmark.h"
 
 int main(int argc, char** argv) {
     // Repetitions of all benchmarks in random order: what slows the machine down for a while slows
@@ -20,9 +22,15 @@ int main(int argc, char** argv) {
     if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
         return 2;
     }
-    RegisterPanoramaBenchmarks();
     RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    try {
+        RegisterPanoramaBenchmarks();
+        RegisterVCamBenchmarks();
+        benchmark::RunSpecifiedBenchmarks(&reporter);
+    } catch (const std::exception& problem) {
+        std::cerr << problem.what() << '\n';
+        return 1;
+    }
     reporter.PrintRatios(std::cout);
     return 0;
 }

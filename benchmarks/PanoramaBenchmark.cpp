@@ -2,13 +2,13 @@
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstring>
 #include <functional>
 #include <memory>
 #include <random>
 #include <string>
 
+#include "FrameTimer.h"
 #include "PanoramaJob.h"
 #include "UpwardFisheyeAlgo_C.h"
 #ifdef KIVFISHEYE_WITH_OPENCV
@@ -55,39 +55,10 @@ void ConvertTurned(PanoramaJob& job, float pan) {
     }
 }
 
-/// Walks through more memory than any cache holds.
-void EmptyCaches() {
-    static std::vector<unsigned char> other(std::size_t{192} << 20);
-    for (std::size_t i = 0; i < other.size(); i += 64) {
-        ++other[i];
-    }
-    benchmark::DoNotOptimize(other.data());
-}
-
-void Time(benchmark::State& state, PanoramaJob& job, const std::function<void()>& frame,
-          bool cold) {
-    using Clock = std::chrono::steady_clock;
-    for (auto _ : state) {
-        if (cold) {
-            EmptyCaches();
-        }
-        const auto start = Clock::now();
-        frame();
-        const std::chrono::duration<double> elapsed = Clock::now() - start;
-        state.SetIterationTime(elapsed.count());
-    }
-    const auto pixels = static_cast<double>(job.Pixels());
-    state.counters["pixels"] = pixels;
-    state.counters["frames/s"] =
-        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
-}
-
 void Register(const std::string& name, const std::shared_ptr<PanoramaJob>& job,
               const std::function<void()>& frame, bool cold = false) {
-    benchmark::RegisterBenchmark(name.c_str(),
-                                 [=](benchmark::State& state) { Time(state, *job, frame, cold); })
-        ->UseManualTime()
-        ->Unit(benchmark::kMicrosecond);
+    RegisterTimed(name,
+                  [=](benchmark::State& state) { TimeFrames(state, job->Pixels(), frame, cold); });
 }
 
 /// A contestant that makes another picture than the library is not measured.

@@ -50,7 +50,7 @@ void RatioReporter::PrintRatios(std::ostream& out) const {
             continue;
         }
         const double own = Median(library->second);
-        out << std::left << std::setw(26) << scene << std::right << std::fixed
+        out << std::left << std::setw(32) << scene << std::right << std::fixed
             << std::setprecision(2) << std::setw(6) << own / pixels->second << " ns/pixel"
             << std::setprecision(1) << std::setw(9) << 1e9 / own << " frames/s";
         for (const auto& [name, times] : contestants) {

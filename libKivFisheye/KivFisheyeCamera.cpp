@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 
 #include "CameraRules.h"
 #include "PanoramaScenes.h"
 #include "RelaxedAccess.h"
+#include "VCamScenes.h"
 
 using namespace KivFisheyeLib;
 
@@ -255,12 +257,24 @@ ResultCode CKivFisheyeCamera::FreeSnapshotMemory(unsigned char*) {
     return kResultNotReady;
 }
 
-ResultCode CKivFisheyeCamera::CvtXYToVCamPanTilt(float, float, float&, float&) {
-    return kResultNotReady;
+ResultCode CKivFisheyeCamera::CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) {
+    const vcam::PanTilt angles =
+        ::CvtXYToVCamPanTilt(LoadRelaxed(m_mountType), LoadRelaxed(m_dewarpParams.radiusX),
+                             LoadRelaxed(m_dewarpParams.radiusY), x, y);
+    pan = angles.pan;
+    tilt = angles.tilt;
+    return kResultOk;
 }
 
-ResultCode CKivFisheyeCamera::CvtXYToVCamPanTiltZoom(float, float, float, float&, float&, float&) {
-    return kResultNotReady;
+ResultCode CKivFisheyeCamera::CvtXYToVCamPanTiltZoom(float x, float y, float fieldOfView,
+                                                     float& pan, float& tilt, float& zoom) {
+    const vcam::PanTiltZoom aim =
+        ::CvtXYToVCamPanTiltZoom(LoadRelaxed(m_mountType), LoadRelaxed(m_dewarpParams.radiusX),
+                                 LoadRelaxed(m_dewarpParams.radiusY), x, y, fieldOfView);
+    pan = aim.angles.pan;
+    tilt = aim.angles.tilt;
+    zoom = aim.zoom;
+    return kResultOk;
 }
 
 ResultCode CKivFisheyeCamera::GetVCamROI(float*, int) {
@@ -279,17 +293,50 @@ ResultCode CKivFisheyeCamera::CScene::SetRelativePTZ(float pan, float tilt, floa
                             zoom < 0.0F);
 }
 
-std::unique_ptr<CKivFisheyeCamera::CScene> SceneNS::CreateScene(CKivFisheyeCamera* camera,
-                                                                VideoFrameInfo* target) {
-    if (camera->m_viewType != ViewTypeFullPanorama) {
+namespace SceneNS {
+
+namespace {
+
+struct NoScene;
+
+template <class Scene>
+std::unique_ptr<CKivFisheyeCamera::CScene> MakeScene(CKivFisheyeCamera* camera,
+                                                     VideoFrameInfo* target) {
+    if constexpr (std::is_same_v<Scene, NoScene>) {
         return nullptr;
-    }
-    switch (camera->m_mountType) {
-        case MountTypeCeiling:
-            return std::make_unique<CCeilingFullPanoramaScene>(camera, target);
-        case MountTypeTable:
-            return std::make_unique<CTableFullPanoramaScene>(camera, target);
-        default:
-            return nullptr;
+    } else {
+        return std::make_unique<Scene>(camera, target);
     }
 }
+
+/// One of a mount's scenes, by the camera's view.
+template <class VCamScene, class FullPanoramaScene>
+std::unique_ptr<CKivFisheyeCamera::CScene> SceneOfView(CKivFisheyeCamera* camera,
+                                                       VideoFrameInfo* target) {
+    switch (camera->m_viewType) {
+        case ViewTypeVCam:
+            return MakeScene<VCamScene>(camera, target);
+        case ViewTypeFullPanorama:
+            return MakeScene<FullPanoramaScene>(camera, target);
+        case ViewTypeDualPanorama:
+            break;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<CKivFisheyeCamera::CScene> CreateScene(CKivFisheyeCamera* camera,
+                                                       VideoFrameInfo* target) {
+    switch (camera->m_mountType) {
+        case MountTypeWall:
+            return SceneOfView<CWallVCamScene, NoScene>(camera, target);
+        case MountTypeCeiling:
+            return SceneOfView<CCeilingVCamScene, CCeilingFullPanoramaScene>(camera, target);
+        case MountTypeTable:
+            return SceneOfView<CTableVCamScene, CTableFullPanoramaScene>(camera, target);
+    }
+    return nullptr;
+}
+
+}  // namespace SceneNS

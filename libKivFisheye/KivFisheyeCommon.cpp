@@ -119,6 +119,33 @@ float GetRecommendedOutputVideoRatio(unsigned int width, unsigned int height, Mo
                      params.radiusY, fit.shape);
 }
 
+vcam::PanTilt CvtXYToVCamPanTilt(MountType mount, float radiusX, float radiusY, float x, float y) {
+    switch (mount) {
+        case MountTypeWall:
+            return FrontwardFisheyeAlgoNS::CvtXYToVCamPanTilt(radiusX, radiusY, x, y);
+        case MountTypeCeiling:
+            return DownwardFisheyeAlgoNS::CvtXYToVCamPanTilt(radiusX, radiusY, x, y);
+        case MountTypeTable:
+            return UpwardFisheyeAlgoNS::CvtXYToVCamPanTilt(radiusX, radiusY, x, y);
+    }
+    return {0.0F, 0.0F};
+}
+
+vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(MountType mount, float radiusX, float radiusY, float x,
+                                         float y, float fieldOfView) {
+    switch (mount) {
+        case MountTypeWall:
+            return FrontwardFisheyeAlgoNS::CvtXYToVCamPanTiltZoom(radiusX, radiusY, x, y,
+                                                                  fieldOfView);
+        case MountTypeCeiling:
+            return DownwardFisheyeAlgoNS::CvtXYToVCamPanTiltZoom(radiusX, radiusY, x, y,
+                                                                 fieldOfView);
+        case MountTypeTable:
+            return UpwardFisheyeAlgoNS::CvtXYToVCamPanTiltZoom(radiusX, radiusY, x, y, fieldOfView);
+    }
+    return {{0.0F, 0.0F}, 1.0F};
+}
+
 std::pair<int, int> GetRatioRectSize(int srcWidth, int srcHeight, int boundWidth, int boundHeight) {
     if (srcWidth == 0 || srcHeight == 0 || boundWidth == 0 || boundHeight == 0) {
         return {0, 0};

@@ -172,14 +172,33 @@ public:
                                                     float* ratio) = 0;
 
     /// Turns the view: pan and tilt in degrees, zoom as a factor from 1 to 10. A zoom below 1 keeps
-    /// the present one. `kResultNotReady`: the context has no scene.
+    /// the present one. The next `Process` shows it; what was stored is what `GetPTZ` gives.
+    /// `kResultNotReady`: the context has no scene.
+    ///
+    /// A virtual camera limits the values to what its mount can show, as listed under
+    /// `SetRelativePTZ`; a turn costs nothing. At zoom 1 it shows the whole lens circle, at zoom 2 a
+    /// view 90 degrees high, and from there on 10 degrees less for each unit of zoom, down to 10
+    /// degrees. Below zoom 2 it looks along the lens axis.
     ///
     /// A panorama takes the pan alone and stores it as 0 up to 360. At 0 the right of the lens is at
     /// the picture's left edge; a growing pan moves the picture to the left, by whole columns. NaN
     /// and infinity are stored as NaN, and `Process` then writes nothing.
     virtual ResultCode SetAbsolutePTZ(float pan, float tilt, float zoom) = 0;
 
-    /// The same by differences. `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
+    /// The same by differences, which may also lead to a zoom below 1: that is stored as 1.
+    /// `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
+    ///
+    /// The views of a virtual camera, where L is 90 less half the view's height in degrees, so that
+    /// its edge just reaches the rim of the lens:
+    ///
+    /// - wall: pan to the right and tilt upward, both -L to L; both 0 below zoom 2.
+    /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the lens
+    ///   axis, to L; 0 below zoom 2.
+    /// - table: pan 0 to 360, anticlockwise on the fisheye picture from its bottom; tilt from -L to
+    ///   0, the lens axis; 0 below zoom 2.
+    ///
+    /// While zooming out by a difference, from zoom 5 down to 2, tilt and the wall's pan also glide
+    /// towards 0.
     virtual ResultCode SetRelativePTZ(float pan, float tilt, float zoom) = 0;
 
     /// Gives the stored pan, tilt and zoom. `kResultNullPointer`: any pointer is null.
@@ -195,7 +214,9 @@ public:
 
     /// Converts the picture that now lies in the input buffer into the output buffer, on this
     /// thread. `frameTag` is the client's own and is not looked at. `kResultNullPointer`: a frame
-    /// is not set. `kResultNotReady`: no scene serves this mount and view.
+    /// is not set. `kResultNotReady`: no scene serves this mount and view. A virtual camera needs
+    /// a few kilobytes for the time of the call and throws `std::bad_alloc` when they cannot be had.
+    /// Pixels that show nothing of the lens are zero bytes.
     virtual ResultCode Process(unsigned long long frameTag) = 0;
 
     /// Not available yet: answers `kResultNotReady` and writes nothing.
@@ -204,10 +225,16 @@ public:
     /// Not available yet: answers `kResultNotReady` and frees nothing.
     virtual ResultCode FreeSnapshotMemory(unsigned char* block) = 0;
 
-    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
+    /// point of the input picture. `x` and `y` are fractions of the frame from its top left. On a
+    /// ceiling and a table the view then has the point in its middle; on a wall both angles run
+    /// evenly across the lens, which is right along its two axes and rough elsewhere. Points
+    /// outside the lens give angles that `SetAbsolutePTZ` will limit; a mount number without a
+    /// meaning gives 0 and 0. Always `kResultOk`. Changes nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
 
-    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    /// The same, and the zoom, 1 to 10, whose view is `fieldOfView` radians high: pi / 2 is zoom 2.
+    /// Wider ones give zooms from 2 evenly down to 1 for pi.
     virtual ResultCode CvtXYToVCamPanTiltZoom(float x, float y, float fieldOfView, float& pan,
                                               float& tilt, float& zoom) = 0;
 };

@@ -3,6 +3,7 @@
 #include "DownwardFisheyeAlgo.h"
 #include "UpwardFisheyeAlgo_C.h"
 #include "ring/RingConverters.h"
+#include "vcam/Aiming.h"
 
 namespace UpwardFisheyeAlgoNS {
 
@@ -97,6 +98,17 @@ float GetBestFitPanoramaRatio(int srcWidth, int srcHeight, float radiusX, float 
                               float innerRadiusRatio) {
     return DownwardFisheyeAlgoNS::GetBestFitPanoramaRatio(srcWidth, srcHeight, radiusX, radiusY,
                                                           innerRadiusRatio);
+}
+
+vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y) {
+    return vcam::AimAroundAxis(vcam::LensPoint(radiusX, radiusY, x, y), vcam::kDegreesPerRadian,
+                               -90.0F);
+}
+
+vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
+                                         float fieldOfView) {
+    return vcam::WithZoom(CvtXYToVCamPanTilt(radiusX, radiusY, x, y), radiusX, radiusY,
+                          fieldOfView);
 }
 
 }  // namespace UpwardFisheyeAlgoNS

@@ -84,6 +84,16 @@ const Operation kUnlocked[] = {
          float ratio = 0.0F;
          c.GetRecommendOutputVideoRatio(8, 8, MountTypeTable, ViewTypeVCam, kLens, &ratio);
      }},
+    {"CvtXYToVCamPanTilt",
+     [](auto& c) {
+         float aim[2];
+         c.CvtXYToVCamPanTilt(0.25F, 0.5F, aim[0], aim[1]);
+     }},
+    {"CvtXYToVCamPanTiltZoom",
+     [](auto& c) {
+         float aim[3];
+         c.CvtXYToVCamPanTiltZoom(0.25F, 0.5F, 1.0F, aim[0], aim[1], aim[2]);
+     }},
     {"SetInputVideoParams, refused",
      [](auto& c) { c.SetInputVideoParams(kNoFrame, PixelFormatRGB32); }},
     {"SetMountAndViewType, refused",
@@ -107,7 +117,7 @@ TEST(CameraLock, SettersGettersAndProcessWaitForIt) {
     }
 }
 
-TEST(CameraLock, RefusalsBeforehandAndQuestionsOfNoMemberDoNotWait) {
+TEST(CameraLock, RefusalsBeforehandAndQuestionsThatMayMixValuesDoNotWait) {
     for (const Operation& operation : kUnlocked) {
         RecordedCamera recorded;
         EXPECT_FALSE(WaitsForLock(recorded.camera, [&] { operation.call(recorded.camera); }))

@@ -7,6 +7,7 @@
 
 #include "KivFisheyeCamera.h"
 #include "support/PanoramaCamera.h"
+#include "support/VCamCamera.h"
 
 using namespace KivFisheyeLib;
 
@@ -93,6 +94,66 @@ TEST(CameraThreads, RelativeTurnsAreNeverLost) {
     const auto turn = [&](int) { camera.SetRelativePTZ(1.0F, 0.0F, 0.0F); };
     RunAtOnce({turn, turn, turn, turn});
     EXPECT_EQ(camera.m_pan, static_cast<float>(4 * kRounds % 360));
+}
+
+TEST(CameraThreads, APictureBelongsToOneAimAndNeverToHalfOfAnother) {
+    VCamCamera<VCam<MountTypeCeiling, PixelFormatRGB32>> vcam;
+    const auto first = vcam.Expected({0.01F, 70.0F, 0.01F, 200.0F, 50.0F});
+    const auto second = vcam.Expected({0.505F, 90.0F, 0.505F, 20.0F, 0.0F});
+    ASSERT_NE(first, second);
+    vcam.camera.SetAbsolutePTZ(20.0F, 0.0F, 1.5F);
+    RunAtOnce({
+        [&](int) {
+            EXPECT_EQ(vcam.camera.Process(0), kResultOk);
+            EXPECT_TRUE(vcam.output.bytes == first || vcam.output.bytes == second);
+        },
+        [&](int round) {
+            const bool isEven = round % 2 == 0;
+            EXPECT_EQ(vcam.camera.SetAbsolutePTZ(isEven ? 200.0F : 20.0F, isEven ? 50.0F : 90.0F,
+                                                 isEven ? 4.0F : 1.5F),
+                      kResultOk);
+        },
+        [&](int) {
+            float ptz[3];
+            EXPECT_EQ(vcam.camera.GetPTZ(&ptz[0], &ptz[1], &ptz[2]), kResultOk);
+            EXPECT_TRUE((ptz[0] == 200.0F && ptz[1] == 50.0F && ptz[2] == 4.0F) ||
+                        (ptz[0] == 20.0F && ptz[1] == 0.0F && ptz[2] == 1.5F));
+        },
+    });
+    EXPECT_TRUE(vcam.Shows(second)) << "the last one set";
+}
+
+TEST(CameraThreads, EverythingChangesWhileAVirtualCameraConverts) {
+    VCamCamera<VCam<MountTypeWall, PixelFormatRGB24>> vcam;
+    CKivFisheyeCamera& camera = vcam.camera;
+    vcam.input.Fill(0x3C);
+    RunAtOnce({
+        [&](int) { EXPECT_EQ(camera.Process(0), kResultOk); },
+        [&](int round) {
+            const auto step = static_cast<float>(round % 7);
+            EXPECT_EQ(camera.SetRelativePTZ(step + 1.0F, 2.0F - step, step - 3.0F), kResultOk);
+        },
+        [&](int round) {
+            EXPECT_EQ(camera.SetDewarpParams({0.5F, round % 2 == 0 ? 0.5F : 0.25F, 45.0F, 0.0F}),
+                      kResultOk);
+        },
+        [&](int round) {
+            EXPECT_EQ(camera.SetMountAndViewType(static_cast<MountType>(round % 3), ViewTypeVCam),
+                      kResultOk);
+        },
+        [&](int) { EXPECT_EQ(camera.SetOutputVideoParams(vcam.output.record), kResultOk); },
+        [&](int) {
+            float aim[3];
+            EXPECT_EQ(camera.CvtXYToVCamPanTilt(0.5F, 0.5F, aim[0], aim[1]), kResultOk);
+            EXPECT_TRUE(aim[0] == 0.0F || aim[0] == 90.0F) << "of any of the mounts";
+            EXPECT_EQ(camera.CvtXYToVCamPanTiltZoom(0.5F, 0.5F, 4.0F, aim[0], aim[1], aim[2]),
+                      kResultOk);
+            EXPECT_EQ(aim[2], 1.0F);
+        },
+    });
+    ASSERT_EQ(camera.SetAbsolutePTZ(0.0F, 0.0F, 10.0F), kResultOk);
+    ASSERT_EQ(camera.Process(0), kResultOk);
+    EXPECT_TRUE(vcam.output.IsFilledWith(0x3C)) << "all of it looks at the middle of the lens";
 }
 
 TEST(CameraThreads, CamerasOfTheirOwnDoNotMeet) {

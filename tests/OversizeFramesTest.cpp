@@ -12,6 +12,7 @@
 #include "support/GuardedBuffer.h"
 #include "support/LockProbe.h"
 #include "support/PanoramaCamera.h"
+#include "support/VCamCamera.h"
 
 using namespace KivFisheyeLib;
 
@@ -72,6 +73,12 @@ protected:
         this->output.Fill(kUntouched);
     }
 
+    void ExpectFewBytesUntouched() const {
+        EXPECT_EQ(std::count(m_fewBytes.data(), m_fewBytes.data() + m_fewBytes.size(), 0),
+                  static_cast<std::ptrdiff_t>(m_fewBytes.size()));
+        EXPECT_TRUE(m_fewBytes.IsSurroundingUntouched());
+    }
+
 private:
     GuardedBuffer m_fewBytes{32};
 };
@@ -115,6 +122,7 @@ TYPED_TEST(OversizeFrames, ViewsWithoutATableTakeThemAndPanoramasHaveNoScene) {
     ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
     const VideoFrameInfo record = this->Huge(8, 1U << 28);
     EXPECT_EQ(this->camera.SetInputVideoParams(record, TypeParam::kFormat), kResultOk);
+    this->output.Fill(kUntouched);
     EXPECT_TRUE(ThrowsBadAlloc([&] { this->camera.SetViewType(ViewTypeFullPanorama); }));
     EXPECT_EQ(this->camera.m_viewType, ViewTypeFullPanorama);
     EXPECT_EQ(this->camera.Process(0), kResultNotReady);
@@ -125,6 +133,32 @@ TYPED_TEST(OversizeFrames, ViewsWithoutATableTakeThemAndPanoramasHaveNoScene) {
     ASSERT_EQ(this->camera.SetInputVideoParams(this->input.record, TypeParam::kFormat), kResultOk);
     ASSERT_EQ(this->camera.SetViewType(ViewTypeFullPanorama), kResultOk);
     EXPECT_EQ(this->output.bytes, this->Expected().bytes);
+}
+
+TYPED_TEST(OversizeFrames, AnInputShowsNothingInAVirtualCamera) {
+    ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
+    for (const VideoFrameInfo& record : this->HugeInputs()) {
+        SCOPED_TRACE(testing::Message() << record.width << " by " << record.height);
+        ASSERT_EQ(this->camera.SetInputVideoParams(record, TypeParam::kFormat), kResultOk);
+        this->output.Fill(kUntouched);
+        EXPECT_EQ(this->camera.Process(0), kResultOk);
+        EXPECT_TRUE(this->output.IsFilledWith(0));
+    }
+}
+
+TYPED_TEST(OversizeFrames, AnOutputOfMoreColumnsThanAnIntCountsGetsNothingFromAVirtualCamera) {
+    ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
+    this->output.Fill(kUntouched);
+    for (const VideoFrameInfo& record : this->HugeOutputs()) {
+        if (record.width < 0x80000000U) {
+            continue;
+        }
+        SCOPED_TRACE(testing::Message() << record.width << " by " << record.height);
+        ASSERT_EQ(this->camera.SetOutputVideoParams(record), kResultOk);
+        EXPECT_EQ(this->camera.Process(0), kResultOk);
+        this->ExpectFewBytesUntouched();
+    }
+    EXPECT_TRUE(this->output.IsFilledWith(kUntouched));
 }
 
 TYPED_TEST(OversizeFrames, AnInputIsNoFailureBeforeThereIsAnOutput) {
@@ -147,6 +181,21 @@ TYPED_TEST(OversizeFrames, AnOutputIsNoFailureForWantOfAnInputAlone) {
     EXPECT_EQ(outputOnly.SetOutputVideoParams(this->output.record), kResultOk);
     EXPECT_EQ(outputOnly.Process(0), kResultNullPointer);
     EXPECT_TRUE(this->output.IsFilledWith(kUntouched));
+}
+
+TEST(WrappedStride, AnOutputWithOneGetsNoByteTooManyFromAVirtualCamera) {
+    VCamCamera<VCam<MountTypeWall, PixelFormatRGB32>> vcam;
+    vcam.input.Fill(0x3C);
+    GuardedBuffer fewBytes(32, GuardedBuffer::Side::EndsAtGuard, kUntouched);
+    ASSERT_EQ(vcam.camera.SetOutputVideoParams({0x40000008, 1, 32, fewBytes.data()}), kResultOk);
+    // Memory for a thousand million columns is refused to tests, where it is asked for at all.
+    if (!ThrowsBadAlloc([&] { EXPECT_EQ(vcam.camera.Process(0), kResultOk); })) {
+        EXPECT_EQ(std::count(fewBytes.data(), fewBytes.data() + 32, kUntouched), 0);
+    }
+    EXPECT_TRUE(fewBytes.IsSurroundingUntouched());
+    EXPECT_FALSE(IsLocked(vcam.camera));
+    ASSERT_EQ(vcam.camera.SetOutputVideoParams(vcam.output.record), kResultOk);
+    EXPECT_TRUE(vcam.Shows(vcam.Expected(kWholeLens)));
 }
 
 TEST(LargestInput, HasItsLastByteAt2To31) {

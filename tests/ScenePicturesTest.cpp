@@ -52,8 +52,12 @@ TYPED_TEST(ScenePicture, AppearsAtOnceWhenTheMountChanges) {
 }
 
 TYPED_TEST(ScenePicture, AppearsAtOnceWhenTheViewChanges) {
-    ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
+    ASSERT_EQ(this->camera.SetViewType(ViewTypeDualPanorama), kResultOk);
     EXPECT_TRUE(this->output.IsFilledWith(this->kUntouched)) << "nothing serves that view";
+    ASSERT_EQ(this->camera.SetViewType(ViewTypeFullPanorama), kResultOk);
+    EXPECT_EQ(this->output.bytes, this->Expected().bytes);
+    ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
+    EXPECT_NE(this->output.bytes, this->Expected().bytes);
     ASSERT_EQ(this->camera.SetViewType(ViewTypeFullPanorama), kResultOk);
     EXPECT_EQ(this->output.bytes, this->Expected().bytes);
 }

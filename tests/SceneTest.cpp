@@ -7,6 +7,7 @@
 #include <typeinfo>
 
 #include "KivFisheyeCamera.h"
+#include "VCamScenes.h"
 #include "support/PanoramaCamera.h"
 
 using namespace KivFisheyeLib;
@@ -41,7 +42,16 @@ TEST(Scene, ServesTheCamerasOutputUnlessToldAnother) {
     EXPECT_EQ(PlainScene(&camera, &record).Camera(), &camera);
 }
 
-TEST(SceneFactory, MakesTheFullPanoramasOfCeilingAndTableAlone) {
+/// The scene for a mount and view; null where there is none.
+const std::type_info* SceneTypeOf(std::uint32_t mount, std::uint32_t view) {
+    static const std::type_info* const kScenes[3][3] = {
+        {&typeid(SceneNS::CWallVCamScene), nullptr, nullptr},
+        {&typeid(SceneNS::CCeilingVCamScene), nullptr, &typeid(SceneNS::CCeilingFullPanoramaScene)},
+        {&typeid(SceneNS::CTableVCamScene), nullptr, &typeid(SceneNS::CTableFullPanoramaScene)}};
+    return mount < 3 && view < 3 ? kScenes[mount][view] : nullptr;
+}
+
+TEST(SceneFactory, MakesVirtualCamerasAndTheFullPanoramasOfCeilingAndTable) {
     for (const std::uint32_t mount : {0U, 1U, 2U, 3U, 7U, 0xFFFFFFFFU}) {
         for (const std::uint32_t view : {0U, 1U, 2U, 3U, 0xFFFFFFFFU}) {
             CKivFisheyeCamera camera;
@@ -49,31 +59,38 @@ TEST(SceneFactory, MakesTheFullPanoramasOfCeilingAndTableAlone) {
             camera.m_viewType = static_cast<ViewType>(view);
             const auto scene = SceneNS::CreateScene(&camera, nullptr);
             const CKivFisheyeCamera::CScene* const made = scene.get();
-            if (mount == 1 && view == 2) {
-                ASSERT_NE(made, nullptr);
-                EXPECT_EQ(typeid(*made), typeid(SceneNS::CCeilingFullPanoramaScene));
-            } else if (mount == 2 && view == 2) {
-                ASSERT_NE(made, nullptr);
-                EXPECT_EQ(typeid(*made), typeid(SceneNS::CTableFullPanoramaScene));
-            } else {
-                EXPECT_EQ(made, nullptr) << mount << ", " << view;
+            const std::type_info* const expected = SceneTypeOf(mount, view);
+            ASSERT_EQ(made != nullptr, expected != nullptr) << mount << ", " << view;
+            if (made != nullptr) {
+                EXPECT_EQ(typeid(*made), *expected) << mount << ", " << view;
             }
         }
     }
 }
 
+template <class Scene>
+bool HasScene(const CKivFisheyeCamera& camera) {
+    return dynamic_cast<Scene*>(camera.m_scene.get()) != nullptr;
+}
+
 TEST(SceneFactory, AChangeOfMountOrViewMakesTheSceneForIt) {
     CKivFisheyeCamera camera;
-    EXPECT_EQ(camera.m_scene, nullptr) << "nothing serves the virtual camera";
+    EXPECT_TRUE(HasScene<SceneNS::CWallVCamScene>(camera));
     camera.SetMountType(MountTypeCeiling);
-    EXPECT_EQ(camera.m_scene, nullptr);
+    EXPECT_TRUE(HasScene<SceneNS::CCeilingVCamScene>(camera));
     camera.SetViewType(ViewTypeFullPanorama);
-    EXPECT_NE(dynamic_cast<SceneNS::CCeilingFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    EXPECT_TRUE(HasScene<SceneNS::CCeilingFullPanoramaScene>(camera));
     camera.SetMountType(MountTypeTable);
-    EXPECT_NE(dynamic_cast<SceneNS::CTableFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    EXPECT_TRUE(HasScene<SceneNS::CTableFullPanoramaScene>(camera));
+    camera.SetViewType(ViewTypeVCam);
+    EXPECT_TRUE(HasScene<SceneNS::CTableVCamScene>(camera));
     camera.SetMountAndViewType(MountTypeCeiling, ViewTypeFullPanorama);
-    EXPECT_NE(dynamic_cast<SceneNS::CCeilingFullPanoramaScene*>(camera.m_scene.get()), nullptr);
+    EXPECT_TRUE(HasScene<SceneNS::CCeilingFullPanoramaScene>(camera));
     camera.SetMountType(MountTypeWall);
+    EXPECT_EQ(camera.m_scene, nullptr);
+    camera.SetViewType(ViewTypeVCam);
+    EXPECT_TRUE(HasScene<SceneNS::CWallVCamScene>(camera));
+    camera.SetMountAndViewType(MountTypeTable, ViewTypeDualPanorama);
     EXPECT_EQ(camera.m_scene, nullptr);
 }
 

@@ -43,23 +43,27 @@ TEST_F(UnavailableOperations, SnapshotIsNotReadyAndWritesNothing) {
     EXPECT_EQ(camera.FreeSnapshotMemory(nullptr), kResultNotReady);
 }
 
-TEST_F(UnavailableOperations, AimsAreNotReadyAndWriteNothing) {
-    float pan = kUntouched;
-    float tilt = kUntouched;
-    float zoom = kUntouched;
-    EXPECT_EQ(camera.CvtXYToVCamPanTilt(0.25F, 0.5F, pan, tilt), kResultNotReady);
-    EXPECT_EQ(camera.CvtXYToVCamPanTiltZoom(0.25F, 0.5F, 1.0F, pan, tilt, zoom), kResultNotReady);
-    EXPECT_EQ(pan, kUntouched);
-    EXPECT_EQ(tilt, kUntouched);
-    EXPECT_EQ(zoom, kUntouched);
+TEST_F(UnavailableOperations, OutlinesOfTheViewAreNotReadyAndWriteNothing) {
+    for (const ViewType view : {ViewTypeFullPanorama, ViewTypeVCam, ViewTypeDualPanorama}) {
+        camera.SetViewType(view);
+        EXPECT_EQ(roi.GetVCamROI(first.data(), 16), kResultNotReady);
+        EXPECT_EQ(roi.GetDualPanoramaROI(first.data(), 16, second.data(), 16), kResultNotReady);
+        EXPECT_EQ(roi.GetWallPanoramaROI(first.data(), 16), kResultNotReady);
+        EXPECT_EQ(roi.GetCeilingTablePanoramaROI(first.data(), 16, second.data(), 16),
+                  kResultNotReady);
+    }
+    EXPECT_TRUE(IsUntouched());
 }
 
-TEST_F(UnavailableOperations, OutlinesOfTheViewAreNotReadyAndWriteNothing) {
-    EXPECT_EQ(roi.GetVCamROI(first.data(), 16), kResultNotReady);
-    EXPECT_EQ(roi.GetDualPanoramaROI(first.data(), 16, second.data(), 16), kResultNotReady);
-    EXPECT_EQ(roi.GetWallPanoramaROI(first.data(), 16), kResultNotReady);
-    EXPECT_EQ(roi.GetCeilingTablePanoramaROI(first.data(), 16, second.data(), 16), kResultNotReady);
-    EXPECT_TRUE(IsUntouched());
+TEST_F(UnavailableOperations, ViewsWithoutASceneConvertNothing) {
+    panorama.output.Fill(0xCD);
+    for (const MountType mount : {MountTypeCeiling, MountTypeTable}) {
+        ASSERT_EQ(camera.SetMountAndViewType(mount, ViewTypeDualPanorama), kResultOk);
+        EXPECT_EQ(camera.Process(0), kResultNotReady);
+    }
+    ASSERT_EQ(camera.SetMountAndViewType(MountTypeWall, ViewTypeFullPanorama), kResultOk);
+    EXPECT_EQ(camera.Process(0), kResultNotReady);
+    EXPECT_TRUE(panorama.output.IsFilledWith(0xCD));
 }
 
 TEST_F(UnavailableOperations, BoundariesAreNotReadyAndWriteNothing) {

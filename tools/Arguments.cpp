@@ -1,57 +1,20 @@
 #include "Arguments.h"
 
-#include <charconv>
-#include <cmath>
+#include <algorithm>
 #include <filesystem>
-#include <limits>
-#include <optional>
+#include <iomanip>
 #include <sstream>
 
 #include "Camera.h"
 #include "Failure.h"
+#include "Numbers.h"
+#include "Picture.h"
 
 namespace KivFisheyeTools {
 
-namespace {
-
-template <typename Number>
-std::optional<Number> WholeTextAs(const std::string& text) {
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error != std::errc() || stop != end) {
-        return std::nullopt;
-    }
-    return number;
-}
-
-/// Reads a number that may begin with a plus.
-std::optional<double> NumberOf(const std::string& text) {
-    const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    return WholeTextAs<double>(hasPlus ? text.substr(1) : text);
-}
-
-std::optional<Size> ParsedSize(const std::string& text) {
-    const std::size_t cross = text.find('x');
-    if (cross == std::string::npos) {
-        return std::nullopt;
-    }
-    const auto width = WholeTextAs<std::uint32_t>(text.substr(0, cross));
-    const auto height = WholeTextAs<std::uint32_t>(text.substr(cross + 1));
-    const auto isSide = [](const std::optional<std::uint32_t>& side) {
-        return side && *side >= 1 && *side <= kMaximumSide;
-    };
-    if (!isSide(width) || !isSide(height)) {
-        return std::nullopt;
-    }
-    return Size{*width, *height};
-}
-
-}  // namespace
-
 CLI::Validator NumberIn(double low, double high) {
     std::ostringstream range;
-    range << "from " << low << " to " << high;
+    range << std::setprecision(9) << "from " << low << " to " << high;
     const auto check = [low, high, words = range.str()](std::string& text) {
         const auto number = NumberOf(text);
         const bool isInside = number && *number >= low && *number <= high;
@@ -63,16 +26,27 @@ CLI::Validator NumberIn(double low, double high) {
 CLI::Validator FiniteNumber() {
     const auto check = [](std::string& text) {
         const auto number = NumberOf(text);
-        const bool isFinite =
-            number && std::abs(*number) <= double{std::numeric_limits<float>::max()};
-        return isFinite ? std::string() : "'" + text + "' is not a finite number";
+        return number && IsFinite(*number) ? std::string()
+                                           : "'" + text + "' is not a finite number";
+    };
+    return {check, ""};
+}
+
+CLI::Validator FiniteNumbers(std::size_t count) {
+    const auto check = [count](std::string& text) {
+        const std::vector<double> numbers = NumbersOfText(text);
+        const bool areGood =
+            numbers.size() == count && std::all_of(numbers.begin(), numbers.end(), IsFinite);
+        return areGood ? std::string()
+                       : "'" + text + "' is not " + std::to_string(count) +
+                             " finite numbers with commas between them";
     };
     return {check, ""};
 }
 
 CLI::Validator SizeText() {
     const auto check = [](std::string& text) {
-        const std::optional<Size> size = ParsedSize(text);
+        const std::optional<Size> size = SizeOfText(text);
         if (!size) {
             return "'" + text + "' is not a size such as 1024x768 with sides from 1 to " +
                    std::to_string(kMaximumSide);
@@ -83,10 +57,6 @@ CLI::Validator SizeText() {
                           : std::string();
     };
     return {check, ""};
-}
-
-Size SizeOfText(const std::string& text) {
-    return ParsedSize(text).value();
 }
 
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
@@ -119,8 +89,17 @@ void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
         ->check(NumberIn(0.0, 0.8));
 }
 
-void CheckOutput(const std::string& output, const std::vector<std::string>& inputs) {
-    CheckPictureEnding(output);
+void AddViewOptions(CLI::App* command, ViewArguments* arguments) {
+    AddMount(command, &arguments->mount)->required();
+    AddSize(command, &arguments->size,
+            "Output size, the width a multiple of 8, the height of a video even; the recommended "
+            "size by default");
+    AddLensOptions(command, &arguments->lens);
+    command->add_option("--format", arguments->format, "Pixel format inside the library")
+        ->check(CLI::IsMember({"rgb24", "rgb32"}));
+}
+
+void CheckIsNoInput(const std::string& output, const std::vector<std::string>& inputs) {
     for (const std::string& input : inputs) {
         std::error_code ignored;
         if (std::filesystem::equivalent(output, input, ignored)) {

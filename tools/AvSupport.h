@@ -11,6 +11,7 @@ extern "C" {
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include "Failure.h"
 #include "Picture.h"
@@ -45,15 +46,21 @@ AvOwner<Object> OwnAllocated(Object* object) {
 /// Keeps FFmpeg from writing its own messages.
 void SilenceAv();
 
-/// Throws `Failure` with the sentence and FFmpeg's reason when `result` is a failure; running out
-/// of memory is `std::bad_alloc`.
-void CheckAv(int result, const std::string& sentence);
+/// FFmpeg's words for a failure; running out of memory is thrown as `std::bad_alloc`.
+std::string ReasonOf(int result);
 
-/// The frame converted to another pixel format and size.
-AvOwner<AVFrame> ConvertedFrame(const AVFrame& frame, AVPixelFormat format, int width, int height);
+/// Throws `Failure` with the sentence and FFmpeg's reason when `result` is a failure.
+void CheckAv(int result, std::string_view sentence);
 
-AvOwner<AVFrame> FrameOfPicture(const Picture& picture);
-Picture PictureOfFrame(const AVFrame& frame, std::uint32_t bytesPerPixel);
+/// A frame with room for its pixels.
+AvOwner<AVFrame> NewFrame(AVPixelFormat format, std::uint32_t width, std::uint32_t height);
+
+/// The pixel format of pictures with so many bytes a pixel.
+AVPixelFormat PixelFormatOf(std::uint32_t bytesPerPixel);
+
+/// Copies between a picture and a frame of its size and pixel format.
+void CopyPixels(const Picture& picture, AVFrame* frame);
+void CopyPixels(const AVFrame& frame, Picture* picture);
 
 }  // namespace KivFisheyeTools
 

@@ -11,6 +11,7 @@ void AddDewarpCommand(CLI::App* app);
 void AddInfoCommand(CLI::App* app);
 void AddSceneCommand(CLI::App* app);
 void AddSheetCommand(CLI::App* app);
+void AddSweepCommand(CLI::App* app);
 
 }  // namespace KivFisheyeTools
 

@@ -2,138 +2,165 @@
 #include <optional>
 
 #include "Arguments.h"
-#include "Camera.h"
 #include "Commands.h"
 #include "Failure.h"
+#include "Flattener.h"
 #include "Progress.h"
+#include "StopRequest.h"
+#include "VideoReader.h"
+#include "VideoWriter.h"
 
 namespace KivFisheyeTools {
 
 namespace {
 
-constexpr std::uint32_t kWidthStep = 8;
+constexpr float kWidestZoomThatTilts = 2.0F;
 
 struct DewarpArguments {
     std::string input;
     std::string output;
-    std::string mount;
-    std::string view;
-    std::string size;
-    std::string format = "rgb32";
-    KivFisheyeLib::DewarpParams lens = kUsualLens;
+    ViewArguments view;
     std::optional<float> pan;
     std::optional<float> tilt;
     std::optional<float> zoom;
+    std::string aim;
+    std::optional<float> fieldOfView;
 };
 
-std::string WordsFor(KivFisheyeLib::ViewType view) {
-    switch (view) {
-        case KivFisheyeLib::ViewTypeDualPanorama:
-            return "dual panorama";
-        case KivFisheyeLib::ViewTypeFullPanorama:
-            return "full panorama";
-        case KivFisheyeLib::ViewTypeVCam:
-            break;
-    }
-    return "virtual camera";
-}
-
-void Expect(ResultCode result, const std::string& sentence) {
-    if (result != kResultOk && result != kResultNoChange) {
-        throw Failure(sentence);
-    }
+OutputKind KindOf(const std::string& output) {
+    return IsVideoName(output) ? OutputKind::Video : OutputKind::Picture;
 }
 
 void CheckUsage(const DewarpArguments& arguments) {
-    CheckOutput(arguments.output, {arguments.input});
-    const auto mount = MountOfName(arguments.mount);
-    const auto view = ViewOfName(arguments.view);
-    if (!IsViewOfMount(mount, view)) {
-        throw UsageError("a " + NameOf(mount) + " camera has no " + WordsFor(view));
+    if (!IsVideoName(arguments.output) && !IsPictureName(arguments.output)) {
+        throw UsageError("cannot write " + arguments.output +
+                         ": it needs a name with the ending .png, .jpg, .jpeg or .mp4");
     }
-    if (!arguments.size.empty() && SizeOfText(arguments.size).width % kWidthStep != 0) {
-        throw UsageError("--size: the width must be a multiple of " + std::to_string(kWidthStep));
+    CheckIsNoInput(arguments.output, {arguments.input});
+    const bool hasVirtualCameraOptions =
+        arguments.tilt || arguments.zoom || arguments.fieldOfView || !arguments.aim.empty();
+    if (hasVirtualCameraOptions && ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeVCam) {
+        throw UsageError("--tilt, --zoom, --aim and --fov go with --view vcam alone");
     }
-    if (!CanShow(mount, view)) {
-        throw Failure("this version cannot show the " + WordsFor(view) + " of a " + NameOf(mount) +
-                      " camera yet");
+    for (const double part : NumbersOfText(arguments.aim)) {
+        if (part < 0.0 || part > 1.0) {
+            throw UsageError("--aim: both numbers must be from 0 to 1");
+        }
+    }
+    CheckView(arguments.view, KindOf(arguments.output));
+}
+
+Angles AskedAngles(const DewarpArguments& arguments, const Flattener& flattener) {
+    const Angles present = flattener.Present();
+    if (arguments.aim.empty()) {
+        const float zoom = arguments.fieldOfView ? flattener.ZoomFor(*arguments.fieldOfView)
+                                                 : arguments.zoom.value_or(present.zoom);
+        return {arguments.pan.value_or(present.pan), arguments.tilt.value_or(present.tilt), zoom};
+    }
+    const std::vector<double> point = NumbersOfText(arguments.aim);
+    const float zoom = arguments.fieldOfView ? flattener.ZoomFor(*arguments.fieldOfView)
+                                             : arguments.zoom.value_or(kWidestZoomThatTilts);
+    return flattener.AimedAt(static_cast<float>(point.at(0)), static_cast<float>(point.at(1)),
+                             zoom);
+}
+
+void Turn(const DewarpArguments& arguments, const Flattener& flattener, Progress* progress) {
+    const Angles asked = AskedAngles(arguments, flattener);
+    const Angles taken = flattener.Turn(asked);
+    if (!IsSameView(asked, taken)) {
+        progress->Say("the view is limited to " + WordsFor(taken) + " instead of " +
+                      WordsFor(asked));
     }
 }
 
-Size OutputSize(const Camera& camera, const DewarpArguments& arguments) {
-    if (!arguments.size.empty()) {
-        return SizeOfText(arguments.size);
-    }
-    Size size{0, 0};
-    Expect(camera->GetRecommendOutputVideoSize(&size.width, &size.height),
-           "the library recommends no output size for this picture");
-    if (size.width == 0 || size.height == 0) {
-        throw Failure("the lens image is too small for any output size; give one with --size");
-    }
-    return size;
+void DewarpPicture(const std::string& output, const Flattener& flattener, Progress* progress) {
+    progress->Show("flattening");
+    flattener.Flatten();
+    progress->Show("writing " + output);
+    WritePicture(output, flattener.Output());
 }
 
-void Turn(const Camera& camera, const DewarpArguments& arguments) {
-    if (!arguments.pan && !arguments.tilt && !arguments.zoom) {
-        return;
-    }
-    float pan = 0.0F;
-    float tilt = 0.0F;
-    float zoom = 1.0F;
-    Expect(camera->GetPTZ(&pan, &tilt, &zoom), "the library does not tell how the view is turned");
-    Expect(camera->SetAbsolutePTZ(arguments.pan.value_or(pan), arguments.tilt.value_or(tilt),
-                                  arguments.zoom.value_or(zoom)),
-           "the library refuses to turn the view");
+void DewarpVideo(const std::string& output, VideoReader* reader, Flattener* flattener,
+                 Progress* progress) {
+    const StopRequest stop;
+    VideoWriter writer(output, flattener->Output(), reader->Shape());
+    std::uint64_t frames = 0;
+    do {
+        flattener->Flatten();
+        writer.Write(flattener->Output(), reader->Time());
+        progress->ShowFrames("flattening", ++frames, reader->FrameCount());
+    } while (StopRequest::Signal() == 0 && reader->Read(flattener->Input()));
+    progress->Show("writing " + output);
+    writer.Finish();
+    CheckStopped(frames, "frame", output);
 }
 
 void Dewarp(const DewarpArguments& arguments) {
     CheckUsage(arguments);
     Progress progress;
     progress.Show("reading " + arguments.input);
-    Picture input = ReadPicture(arguments.input, arguments.format == "rgb24" ? 3 : 4);
+    VideoReader reader(arguments.input);
+    const OutputKind kind = KindOf(arguments.output);
+    if (kind == OutputKind::Video && reader.IsStill()) {
+        throw Failure(arguments.input +
+                      " is a still picture; a video of it is made with the command sweep");
+    }
+    Flattener flattener(arguments.view, {reader.Width(), reader.Height()}, kind);
+    Turn(arguments, flattener, &progress);
+    reader.Read(flattener.Input());
+    if (kind == OutputKind::Video) {
+        DewarpVideo(arguments.output, &reader, &flattener, &progress);
+    } else {
+        DewarpPicture(arguments.output, flattener, &progress);
+    }
+}
 
-    const Camera camera;
-    Expect(camera->SetMountAndViewType(MountOfName(arguments.mount), ViewOfName(arguments.view)),
-           "the library refuses the mount and view");
-    Expect(camera->SetDewarpParams(arguments.lens), "the library refuses the lens parameters");
-    Expect(camera->SetInputVideoParams(FrameOf(&input), PixelFormatOf(input)),
-           "the library refuses the input picture");
-    const Size size = OutputSize(camera, arguments);
-    Picture output(size.width, size.height, input.bytesPerPixel);
-    Expect(camera->SetOutputVideoParams(FrameOf(&output)), "the library refuses the output size");
-    Turn(camera, arguments);
-    progress.Show("flattening");
-    Expect(camera->Process(0), "the library cannot convert the picture");
-
-    progress.Show("writing " + arguments.output);
-    WritePicture(arguments.output, output);
+void AddAngleOptions(CLI::App* command, DewarpArguments* arguments) {
+    CLI::Option* pan = command->add_option(
+        "--pan", arguments->pan,
+        "Degrees. Panoramas: turn to the right, clockwise seen from above. Virtual camera: "
+        "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
+        "bottom and runs anticlockwise, wall -90 to 90 with the right positive");
+    CLI::Option* tilt = command->add_option(
+        "--tilt", arguments->tilt,
+        "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Ceiling 0 to 90, table "
+        "-90 "
+        "to 0, wall -90 to 90 with up positive; the view stays inside the lens image");
+    CLI::Option* zoom = command->add_option(
+        "--zoom", arguments->zoom,
+        "Virtual camera: 1 shows all the lens sees, 2 shows 90 degrees, each step more 10 degrees "
+        "less");
+    CLI::Option* aim = command->add_option(
+        "--aim", arguments->aim,
+        "Virtual camera: the point of the input to look at, as fractions of "
+        "its width and height from the top left; the zoom is then 2 by default");
+    CLI::Option* fieldOfView = command->add_option(
+        "--fov", arguments->fieldOfView,
+        "Virtual camera: the zoom, as the degrees that the view's height shows");
+    pan->check(FiniteNumber());
+    tilt->check(FiniteNumber());
+    zoom->check(NumberIn(1.0, 10.0))->excludes(fieldOfView);
+    aim->check(FiniteNumbers(2))->type_name("X,Y")->excludes(pan)->excludes(tilt);
+    fieldOfView->check(NumberIn(10.0, 180.0));
 }
 
 }  // namespace
 
 void AddDewarpCommand(CLI::App* app) {
     const auto arguments = std::make_shared<DewarpArguments>();
-    CLI::App* command = app->add_subcommand("dewarp", "Flatten a fisheye picture");
+    CLI::App* command = app->add_subcommand("dewarp", "Flatten a fisheye picture or video");
     command->option_defaults()->always_capture_default();
-    command->add_option("INPUT", arguments->input, "The fisheye picture")->required();
-    command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")->required();
-    AddMount(command, &arguments->mount)->required();
-    command->add_option("--view", arguments->view, "What the output shows")
+    command->add_option("INPUT", arguments->input, "The fisheye picture or video")->required();
+    command
+        ->add_option("OUTPUT", arguments->output,
+                     "The file to write: .png or .jpg is the first picture, .mp4 the whole video "
+                     "as H.264, with square pixels, its frames at their times, and without sound")
+        ->required();
+    command->add_option("--view", arguments->view.view, "What the output shows")
         ->required()
         ->check(CLI::IsMember(ViewNames()));
-    command
-        ->add_option("--pan", arguments->pan,
-                     "Turn to the right, in degrees, clockwise seen from above")
-        ->check(FiniteNumber());
-    command->add_option("--tilt", arguments->tilt, "Virtual camera: turn up or down, in degrees")
-        ->check(FiniteNumber());
-    command->add_option("--zoom", arguments->zoom, "Virtual camera: factor of enlargement")
-        ->check(NumberIn(1.0, 10.0));
-    AddSize(command, &arguments->size,
-            "Output size, the width a multiple of 8; the recommended size by default");
-    AddLensOptions(command, &arguments->lens);
-    command->add_option("--format", arguments->format, "Pixel format inside the library")
-        ->check(CLI::IsMember({"rgb24", "rgb32"}));
+    AddAngleOptions(command, arguments.get());
+    AddViewOptions(command, &arguments->view);
     command->callback([arguments] { Dewarp(*arguments); });
 }
 

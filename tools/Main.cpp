@@ -8,14 +8,19 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "StopRequest.h"
 
 namespace KivFisheyeTools {
 
 namespace {
 
-enum ExitStatus { kSuccess = 0, kFailure = 1, kUsage = 2 };
+constexpr int kSuccess = 0;
+constexpr int kFailure = 1;
+constexpr int kUsage = 2;
+/// As shells count the end by a signal.
+constexpr int kSignal = 128;
 
-int Complain(std::string sentence, ExitStatus status) {
+int Complain(std::string sentence, int status) {
     const auto isControl = [](unsigned char letter) { return letter < ' ' || letter == 0x7F; };
     std::replace_if(sentence.begin(), sentence.end(), isControl, ' ');
     std::cerr << "kivfisheye: " << sentence << '\n';
@@ -23,17 +28,18 @@ int Complain(std::string sentence, ExitStatus status) {
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Flattens pictures of fisheye cameras.", "kivfisheye");
+    CLI::App app("Flattens pictures and videos of fisheye cameras.", "kivfisheye");
     app.set_version_flag("--version", "kivfisheye " KIVFISHEYE_VERSION);
     app.require_subcommand(0, 1);
     AddDewarpCommand(&app);
     AddInfoCommand(&app);
     AddSceneCommand(&app);
     AddSheetCommand(&app);
+    AddSweepCommand(&app);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty()) {
-            throw UsageError("what to do is missing: dewarp, info, scene or sheet");
+            throw UsageError("what to do is missing: dewarp, info, scene, sheet or sweep");
         }
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
@@ -57,6 +63,8 @@ int main(int argc, char** argv) {
     std::signal(SIGXFSZ, SIG_IGN);
     try {
         return Run(argc, argv);
+    } catch (const Stopped& stopped) {
+        return Complain(stopped.what(), kSignal + stopped.Signal());
     } catch (const UsageError& error) {
         return Complain(error.what(), kUsage);
     } catch (const std::bad_alloc&) {

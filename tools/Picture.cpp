@@ -1,9 +1,11 @@
 #include "Picture.h"
 
-#include <algorithm>
-#include <cstring>
+extern "C" {
+#include <libavutil/imgutils.h>
+}
 
-#include "AvSupport.h"
+#include "PixelConverter.h"
+#include "VideoReader.h"
 
 namespace KivFisheyeTools {
 
@@ -16,19 +18,6 @@ std::string SizeText(std::uint64_t width, std::uint64_t height) {
 std::uint32_t StrideOf(std::uint32_t width, std::uint32_t height, std::uint32_t bytesPerPixel) {
     CheckPictureSize(width, height);
     return (width * bytesPerPixel + 3U) / 4U * 4U;
-}
-
-AVPixelFormat PixelFormatOf(std::uint32_t bytesPerPixel) {
-    return bytesPerPixel == 4 ? AV_PIX_FMT_RGB0 : AV_PIX_FMT_RGB24;
-}
-
-AvOwner<AVFrame> NewFrame(AVPixelFormat format, int width, int height) {
-    AvOwner<AVFrame> frame = OwnAllocated(av_frame_alloc());
-    frame->format = format;
-    frame->width = width;
-    frame->height = height;
-    CheckAv(av_frame_get_buffer(frame.get(), 0), "a frame cannot be made");
-    return frame;
 }
 
 }  // namespace
@@ -50,68 +39,64 @@ Picture::Picture(std::uint32_t pictureWidth, std::uint32_t pictureHeight, std::u
       pixels(std::size_t{stride} * height) {}
 
 Picture Resized(const Picture& picture, std::uint32_t width, std::uint32_t height) {
-    Picture empty(width, height, picture.bytesPerPixel);
-    const AvOwner<AVFrame> frame = FrameOfPicture(picture);
-    const AvOwner<AVFrame> resized =
-        ConvertedFrame(*frame, PixelFormatOf(picture.bytesPerPixel), static_cast<int>(empty.width),
-                       static_cast<int>(empty.height));
-    return PictureOfFrame(*resized, picture.bytesPerPixel);
+    Picture resized(width, height, picture.bytesPerPixel);
+    const AVPixelFormat format = PixelFormatOf(picture.bytesPerPixel);
+    const AvOwner<AVFrame> frame = NewFrame(format, picture.width, picture.height);
+    CopyPixels(picture, frame.get());
+    PixelConverter converter(NewFrame(format, width, height));
+    CopyPixels(converter.Converted(*frame), &resized);
+    return resized;
+}
+
+Picture ReadPicture(const std::string& path, std::uint32_t bytesPerPixel) {
+    VideoReader reader(path);
+    Picture picture(reader.Width(), reader.Height(), bytesPerPixel);
+    reader.Read(&picture);
+    return picture;
 }
 
 void SilenceAv() {
     av_log_set_level(AV_LOG_QUIET);
 }
 
-void CheckAv(int result, const std::string& sentence) {
-    if (result >= 0) {
-        return;
-    }
+std::string ReasonOf(int result) {
     if (result == AVERROR(ENOMEM)) {
         throw std::bad_alloc();
     }
     char reason[AV_ERROR_MAX_STRING_SIZE] = "";
     av_strerror(result, reason, sizeof reason);
-    throw Failure(sentence + ": " + reason);
+    return reason;
 }
 
-AvOwner<AVFrame> ConvertedFrame(const AVFrame& frame, AVPixelFormat format, int width, int height) {
-    constexpr int kQuality =
-        SWS_LANCZOS | SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT | SWS_FULL_CHR_H_INP;
-    const AvOwner<SwsContext> scaler(
-        sws_getContext(frame.width, frame.height, static_cast<AVPixelFormat>(frame.format), width,
-                       height, format, kQuality, nullptr, nullptr, nullptr));
-    if (scaler == nullptr) {
-        throw Failure("pixels of this kind cannot be converted");
+void CheckAv(int result, std::string_view sentence) {
+    if (result < 0) {
+        throw Failure(std::string(sentence) + ": " + ReasonOf(result));
     }
-    AvOwner<AVFrame> converted = NewFrame(format, width, height);
-    CheckAv(sws_scale(scaler.get(), frame.data, frame.linesize, 0, frame.height, converted->data,
-                      converted->linesize),
-            "the pixels cannot be converted");
-    return converted;
 }
 
-AvOwner<AVFrame> FrameOfPicture(const Picture& picture) {
-    AvOwner<AVFrame> frame =
-        NewFrame(PixelFormatOf(picture.bytesPerPixel), static_cast<int>(picture.width),
-                 static_cast<int>(picture.height));
-    for (std::uint32_t row = 0; row < picture.height; ++row) {
-        std::memcpy(frame->data[0] + static_cast<std::ptrdiff_t>(row) * frame->linesize[0],
-                    picture.Row(row), std::size_t{picture.width} * picture.bytesPerPixel);
-    }
+AvOwner<AVFrame> NewFrame(AVPixelFormat format, std::uint32_t width, std::uint32_t height) {
+    AvOwner<AVFrame> frame = OwnAllocated(av_frame_alloc());
+    frame->format = format;
+    frame->width = static_cast<int>(width);
+    frame->height = static_cast<int>(height);
+    CheckAv(av_frame_get_buffer(frame.get(), 0), "a frame cannot be made");
     return frame;
 }
 
-Picture PictureOfFrame(const AVFrame& frame, std::uint32_t bytesPerPixel) {
-    Picture picture(static_cast<std::uint32_t>(std::max(frame.width, 0)),
-                    static_cast<std::uint32_t>(std::max(frame.height, 0)), bytesPerPixel);
-    const AvOwner<AVFrame> rgb =
-        ConvertedFrame(frame, PixelFormatOf(bytesPerPixel), frame.width, frame.height);
-    for (std::uint32_t row = 0; row < picture.height; ++row) {
-        std::memcpy(picture.Row(row),
-                    rgb->data[0] + static_cast<std::ptrdiff_t>(row) * rgb->linesize[0],
-                    std::size_t{picture.width} * bytesPerPixel);
-    }
-    return picture;
+AVPixelFormat PixelFormatOf(std::uint32_t bytesPerPixel) {
+    return bytesPerPixel == 4 ? AV_PIX_FMT_RGB0 : AV_PIX_FMT_RGB24;
+}
+
+void CopyPixels(const Picture& picture, AVFrame* frame) {
+    av_image_copy_plane(frame->data[0], frame->linesize[0], picture.pixels.data(),
+                        static_cast<int>(picture.stride),
+                        static_cast<int>(picture.width * picture.bytesPerPixel), frame->height);
+}
+
+void CopyPixels(const AVFrame& frame, Picture* picture) {
+    av_image_copy_plane(picture->pixels.data(), static_cast<int>(picture->stride), frame.data[0],
+                        frame.linesize[0],
+                        static_cast<int>(picture->width * picture->bytesPerPixel), frame.height);
 }
 
 }  // namespace KivFisheyeTools

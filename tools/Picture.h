@@ -41,6 +41,9 @@ Picture ReadPicture(const std::string& path, std::uint32_t bytesPerPixel);
 /// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is written.
 void WritePicture(const std::string& path, const Picture& picture);
 
+/// Whether the path is a name with the ending .png, .jpg or .jpeg.
+bool IsPictureName(const std::string& path);
+
 /// Throws `UsageError` unless the path is a name with the ending .png, .jpg or .jpeg.
 void CheckPictureEnding(const std::string& path);
 

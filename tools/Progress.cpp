@@ -2,7 +2,8 @@
 
 #include <unistd.h>
 
-#include <chrono>
+#include <algorithm>
+#include <cmath>
 #include <iostream>
 
 namespace KivFisheyeTools {
@@ -10,6 +11,13 @@ namespace KivFisheyeTools {
 namespace {
 
 constexpr const char* kWipeLine = "\r\033[K";
+
+std::string WordsForSeconds(double seconds) {
+    const auto whole = static_cast<std::uint64_t>(std::ceil(seconds));
+    constexpr std::uint64_t kMinute = 60;
+    return whole < 2 * kMinute ? std::to_string(whole) + " s"
+                               : std::to_string(whole / kMinute) + " min";
+}
 
 }  // namespace
 
@@ -47,6 +55,37 @@ void Progress::Show(const std::string& text) {
 
 void Progress::ShowPart(const std::string& text, double part) {
     Show(text + ' ' + std::to_string(static_cast<int>(part * 100.0)) + '%');
+}
+
+void Progress::ShowFrames(const std::string& text, std::uint64_t done, std::uint64_t all) {
+    constexpr std::chrono::milliseconds kPause(100);
+    const Clock::time_point now = Clock::now();
+    if (!m_isTerminal || (m_framesStart && now < m_framesShown + kPause)) {
+        return;
+    }
+    m_framesShown = now;
+    const double seconds = std::chrono::duration<double>(now - m_framesStart.value_or(now)).count();
+    m_framesStart = m_framesStart.value_or(now);
+    std::string line = text + " frame " + std::to_string(done);
+    if (all == 0) {
+        Show(line + ", " + WordsForSeconds(seconds));
+        return;
+    }
+    // The number of all frames may be an estimate.
+    const double part = std::min(1.0, static_cast<double>(done) / static_cast<double>(all));
+    line += " of " + std::to_string(std::max(done, all)) + ", " +
+            std::to_string(static_cast<int>(part * 100.0)) + '%';
+    const bool isMeasured = done > 1;
+    Show(isMeasured ? line + ", " + WordsForSeconds(seconds * (1.0 - part) / part) + " left"
+                    : line);
+}
+
+void Progress::Say(const std::string& sentence) {
+    const std::lock_guard<std::mutex> guard(m_lock);
+    std::cerr << (m_isVisible ? kWipeLine : "") << "kivfisheye: " << sentence << '\n';
+    if (m_isVisible) {
+        PrintLine();
+    }
 }
 
 void Progress::ShowAfterFirstSecond() {

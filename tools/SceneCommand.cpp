@@ -3,6 +3,7 @@
 #include "Arguments.h"
 #include "Camera.h"
 #include "Commands.h"
+#include "Numbers.h"
 #include "Progress.h"
 #include "RoomScene.h"
 
@@ -21,8 +22,8 @@ struct SceneArguments {
 };
 
 void RenderScene(const SceneArguments& arguments) {
-    CheckOutput(arguments.output, {});
-    const Size size = SizeOfText(arguments.size);
+    CheckPictureEnding(arguments.output);
+    const Size size = SizeOfText(arguments.size).value();
     const Lens lens{size.width, size.height, arguments.radiusX, arguments.radiusY};
     Progress progress;
     const Picture scene = RenderRoomScene(lens, MountOfName(arguments.mount), [&](double part) {

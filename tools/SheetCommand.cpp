@@ -6,6 +6,7 @@
 #include "Commands.h"
 #include "ContactSheet.h"
 #include "Failure.h"
+#include "Numbers.h"
 #include "Progress.h"
 
 namespace KivFisheyeTools {
@@ -19,19 +20,6 @@ struct SheetArguments {
     std::uint32_t columns = 0;
     std::uint32_t width = 1600;
 };
-
-std::vector<std::string> SplitAtCommas(const std::string& text) {
-    std::vector<std::string> parts;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t comma = text.find(',', start);
-        parts.push_back(text.substr(start, comma - start));
-        if (comma == std::string::npos) {
-            return parts;
-        }
-        start = comma + 1;
-    }
-}
 
 std::vector<std::string> Captions(const SheetArguments& arguments) {
     std::vector<std::string> captions;
@@ -58,7 +46,8 @@ std::uint32_t Columns(const SheetArguments& arguments) {
 }
 
 void MakeSheet(const SheetArguments& arguments) {
-    CheckOutput(arguments.output, arguments.inputs);
+    CheckPictureEnding(arguments.output);
+    CheckIsNoInput(arguments.output, arguments.inputs);
     const std::vector<std::string> captions = Captions(arguments);
     ContactSheet sheet(arguments.width, Columns(arguments));
     Progress progress;

@@ -2,9 +2,10 @@
 #define KIVFISHEYE_CAMERA_RULES_H
 
 #include "KivFisheyeLib.h"
+#include "vcam/VCamMounts.h"
 
-// What the camera asks about its arguments: whether they are acceptable, and which output suits
-// them.
+// What the camera asks about its arguments: whether they are acceptable, which output suits them,
+// and which way a point lies.
 
 /// 24 or 32; 0 for a number that names no format.
 int BitsPerPixel(KivFisheyeLib::PixelFormat format);
@@ -33,5 +34,12 @@ void GetRecommendedOutputVideoSize(unsigned int width, unsigned int height,
 float GetRecommendedOutputVideoRatio(unsigned int width, unsigned int height,
                                      KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view,
                                      const KivFisheyeLib::DewarpParams& params);
+
+/// The pan and tilt, and with them the zoom, by the mount's own function. A number that names no
+/// mount gives 0 and 0, and 1.
+vcam::PanTilt CvtXYToVCamPanTilt(KivFisheyeLib::MountType mount, float radiusX, float radiusY,
+                                 float x, float y);
+vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(KivFisheyeLib::MountType mount, float radiusX,
+                                         float radiusY, float x, float y, float fieldOfView);
 
 #endif

@@ -1,9 +1,8 @@
 #ifndef KIVFISHEYE_PANORAMA_SCENES_H
 #define KIVFISHEYE_PANORAMA_SCENES_H
 
-#include <cmath>
-
 #include "CameraRules.h"
+#include "Degrees.h"
 #include "DownwardFisheyeAlgo.h"
 #include "KivFisheyeCamera.h"
 #include "UpwardFisheyeAlgo.h"
@@ -24,11 +23,7 @@ public:
 
     /// A panorama has no tilt and no zoom: the camera keeps what it has of them.
     ResultCode doSetAbsolutePTZ(float pan, float, float, bool) override {
-        float turn = std::fmod(pan, 360.0F);
-        if (turn < 0.0F) {
-            turn += 360.0F;
-        }
-        m_camera->m_pan = turn;
+        m_camera->m_pan = WrapDegrees(pan);
         return kResultOk;
     }
 

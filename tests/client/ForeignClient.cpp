@@ -186,15 +186,47 @@ TEST_F(ForeignClient, TurnsAndChangesTheLens) {
     EXPECT_EQ(lens.innerRadiusRatio, 0.75F);
 }
 
+TEST_F(ForeignClient, AimsAtAPoint) {
+    SetUpPanorama();
+    float pan = 77.0F;
+    float tilt = 77.0F;
+    float zoom = 77.0F;
+    // Halfway up from the centre: half a quarter turn from the table's axis, pan counted from the
+    // bottom of the frame. A quarter turn is zoom 2.
+    EXPECT_EQ(Call(camera, &Camera::Aim, 0.5F, 0.25F, pan, tilt), kOk);
+    EXPECT_EQ(pan, 180.0F);
+    EXPECT_EQ(tilt, -45.0F);
+    EXPECT_EQ(Call(camera, &Camera::AimAndZoom, 1.0F, 0.5F, 1.57079637F, pan, tilt, zoom), kOk);
+    EXPECT_EQ(pan, 90.0F);
+    EXPECT_EQ(tilt, -90.0F);
+    EXPECT_EQ(zoom, 2.0F);
+}
+
+TEST_F(ForeignClient, LooksAroundWithAVirtualCamera) {
+    // A new context has one, on a wall.
+    EXPECT_EQ(Call(camera, &Camera::PutInput, foreign::Frame{16, 16, 64, input}, kRgb32), kOk);
+    EXPECT_EQ(Call(camera, &Camera::Convert, 1ULL), kNullPointer);
+    EXPECT_EQ(Call(camera, &Camera::PutOutput, foreign::Frame{16, 8, 64, output}), kOk);
+    EXPECT_EQ(Call(camera, &Camera::PutAngles, 10.0F, -60.0F, 3.0F), kOk);
+    float pan = 77.0F;
+    float tilt = 77.0F;
+    float zoom = 77.0F;
+    EXPECT_EQ(Call(camera, &Camera::TakeAngles, &pan, &tilt, &zoom), kOk);
+    EXPECT_EQ(pan, 10.0F);
+    EXPECT_EQ(tilt, -50.0F) << "the view's edge at the rim";
+    EXPECT_EQ(zoom, 3.0F);
+    std::fill_n(input, sizeof(input), static_cast<unsigned char>(0x42));
+    EXPECT_EQ(Call(camera, &Camera::AddAngles, 0.0F, 50.0F, 7.0F), kOk);
+    EXPECT_EQ(Call(camera, &Camera::Convert, 2ULL), kOk);
+    EXPECT_EQ(std::count(output, output + 64 * 8, 0x42), 64 * 8) << "10 degrees off the axis";
+}
+
 TEST_F(ForeignClient, IsToldThatSomeOperationsAreNotAvailable) {
     SetUpPanorama();
     unsigned char* block = nullptr;
     EXPECT_EQ(Call(camera, &Camera::TakePicture, &block), kNotReady);
     EXPECT_EQ(Call(camera, &Camera::ReleasePicture, nullptr), kNotReady);
     alignas(16) float points[64] = {};
-    EXPECT_EQ(Call(camera, &Camera::Aim, 0.5F, 0.25F, points[0], points[1]), kNotReady);
-    EXPECT_EQ(Call(camera, &Camera::AimAndZoom, 0.5F, 0.25F, 1.0F, points[0], points[1], points[2]),
-              kNotReady);
     EXPECT_EQ(CallOutlineOperations(GetROIAPI(context), points),
               std::vector<std::int64_t>(4, kNotReady));
     EXPECT_EQ(CallBoundaryOperations(GetDewarpBoundaryAPI(context), points),

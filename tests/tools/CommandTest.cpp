@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "Picture.h"
+#include "PlainPicture.h"
 #include "ToolRun.h"
 
 using KivFisheyeTools::Picture;
@@ -50,18 +51,6 @@ std::vector<std::string> InfoOn(const std::string& mount, const std::string& vie
     return std::vector<std::string>(5);
 }
 
-/// A picture of one colour.
-void WritePlain(const TemporaryFolder& folder, const std::string& name, std::uint32_t width,
-                std::uint32_t height, std::uint8_t red) {
-    Picture picture(width, height, 3);
-    for (std::uint32_t row = 0; row < height; ++row) {
-        for (std::uint32_t column = 0; column < width; ++column) {
-            picture.Row(row)[std::size_t{3} * column] = red;
-        }
-    }
-    KivFisheyeTools::WritePicture(folder.File(name), picture);
-}
-
 }  // namespace
 
 TEST(Version, IsThatOfTheHeader) {
@@ -76,15 +65,20 @@ TEST(Help, NamesEveryCommandAndOption) {
     const TemporaryFolder folder;
     const ToolRun all = RunTool(folder, {"--help"});
     EXPECT_EQ(all.status, 0);
-    for (const char* command : {"dewarp", "info", "scene", "sheet"}) {
+    for (const char* command : {"dewarp", "info", "scene", "sheet", "sweep"}) {
         EXPECT_NE(all.output.find(command), std::string::npos) << command;
         EXPECT_EQ(RunTool(folder, {command, "--help"}).status, 0) << command;
     }
     const std::string dewarp = RunTool(folder, {"dewarp", "--help"}).output;
     for (const char* option :
          {"--mount", "--view", "--pan", "--tilt", "--zoom", "--size", "--radius-x", "--radius-y",
-          "--wall-view-angle", "--inner-radius", "--format"}) {
+          "--wall-view-angle", "--inner-radius", "--format", "--aim", "--fov"}) {
         EXPECT_NE(dewarp.find(option), std::string::npos) << option;
+    }
+    const std::string sweep = RunTool(folder, {"sweep", "--help"}).output;
+    for (const char* option : {"--mount", "--from", "--to", "--frames", "--fps", "--size",
+                               "--radius-x", "--radius-y", "--format"}) {
+        EXPECT_NE(sweep.find(option), std::string::npos) << option;
     }
 }
 
@@ -93,6 +87,11 @@ TEST(Help, SaysWhatAnOptionActsOn) {
     const std::string help = RunTool(folder, {"dewarp", "--help"}).output;
     for (const auto& [option, words] :
          {std::pair("--tilt", "Virtual camera:"), std::pair("--zoom", "Virtual camera:"),
+          std::pair("--aim", "Virtual camera:"), std::pair("--fov", "Virtual camera:"),
+          std::pair("--pan", "ceiling 0 looks to the picture's top and runs clockwise"),
+          std::pair("--pan", "table 0 looks to its bottom and runs anticlockwise"),
+          std::pair("--pan", "wall -90 to 90 with the right positive"),
+          std::pair("--tilt", "Ceiling 0 to 90, table -90 to 0"),
           std::pair("--wall-view-angle", "Wall panorama:"),
           std::pair("--inner-radius", "Ceiling and table panoramas:"),
           std::pair("--pan", "clockwise seen from above")}) {
@@ -213,6 +212,19 @@ TEST(Info, SaysTheSameOfAViewAsDewarpDoes) {
     EXPECT_EQ(views, 8);
 }
 
+TEST(Info, HasAVirtualCameraOfEveryMount) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "input.png", 640, 480, 90);
+    const std::string info = RunTool(folder, {"info", "input.png"}).output;
+    for (const char* mount : {"wall", "ceiling", "table"}) {
+        const std::vector<std::string> words = InfoOn(mount, "vcam", info);
+        EXPECT_EQ(words[2], "640x480") << info;
+        EXPECT_EQ(words.back(), "available") << info;
+    }
+    EXPECT_EQ(InfoOn("wall", "full", info).back(), "yet") << info;
+    EXPECT_EQ(InfoOn("table", "dual", info).back(), "yet") << info;
+}
+
 TEST(Scene, IsTheSizeAskedFor) {
     const TemporaryFolder folder;
     for (const char* mount : {"wall", "ceiling", "table"}) {
@@ -223,75 +235,4 @@ TEST(Scene, IsTheSizeAskedFor) {
         EXPECT_EQ(scene.width, 90U);
         EXPECT_EQ(scene.height, 61U);
     }
-}
-
-TEST(Sheet, ShowsEveryPictureOverItsCaption) {
-    const TemporaryFolder folder;
-    const std::vector<std::uint8_t> reds = {60, 120, 180};
-    WritePlain(folder, "a.png", 40, 30, reds[0]);
-    WritePlain(folder, "b.png", 40, 30, reds[1]);
-    WritePlain(folder, "c.png", 40, 30, reds[2]);
-    const ToolRun run = RunTool(folder, {"sheet", "a.png", "b.png", "c.png", "--output",
-                                         "sheet.png", "--columns", "2", "--width", "400"});
-    EXPECT_EQ(run.status, 0) << run.errors;
-    const Picture sheet = KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3);
-    EXPECT_EQ(sheet.width, 400U);
-
-    struct Found {
-        std::uint32_t count = 0;
-        std::uint32_t left = 0;
-        std::uint32_t top = 0;
-    };
-    std::vector<Found> found(reds.size());
-    for (std::uint32_t row = sheet.height; row-- > 0;) {
-        for (std::uint32_t column = sheet.width; column-- > 0;) {
-            const std::uint8_t* pixel = sheet.Row(row) + std::size_t{3} * column;
-            for (std::size_t i = 0; i < reds.size(); ++i) {
-                if (pixel[0] == reds[i] && pixel[1] == 0 && pixel[2] == 0) {
-                    found[i] = {found[i].count + 1, column, row};
-                }
-            }
-        }
-    }
-    for (const Found& picture : found) {
-        EXPECT_EQ(picture.count, 40U * 30U);
-    }
-    EXPECT_EQ(found[0].top, found[1].top);
-    EXPECT_LT(found[0].left + 40, found[1].left);
-    EXPECT_EQ(found[0].left, found[2].left);
-    EXPECT_LT(found[0].top + 30, found[2].top);
-}
-
-TEST(Sheet, CaptionsAreInkUnderThePictures) {
-    const TemporaryFolder folder;
-    WritePlain(folder, "input.png", 300, 50, 200);
-    const auto inkOf = [&](const std::string& caption) {
-        EXPECT_EQ(RunTool(folder, {"sheet", "input.png", "-o", "sheet.png", "--width", "400",
-                                   "--captions", caption})
-                      .status,
-                  0);
-        const Picture sheet = KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3);
-        double brightness = 0.0;
-        for (std::uint32_t row = 0; row < sheet.height; ++row) {
-            for (std::uint32_t column = 0; column < sheet.width; ++column) {
-                brightness += sheet.Row(row)[std::size_t{3} * column];
-            }
-        }
-        return -brightness;
-    };
-    const double none = inkOf(" ");
-    const double one = inkOf("H") - none;
-    EXPECT_GT(one, 20.0 * 255.0);
-    EXPECT_NEAR(inkOf("HH") - none, 2.0 * one, 0.02 * one);
-    EXPECT_LT(inkOf("i") - none, one);
-}
-
-TEST(Sheet, MakesLargePicturesFitTheirCells) {
-    const TemporaryFolder folder;
-    WritePlain(folder, "wide.png", 1000, 200, 200);
-    WritePlain(folder, "high.png", 200, 1000, 100);
-    const ToolRun run =
-        RunTool(folder, {"sheet", "-o", "sheet.png", "wide.png", "high.png", "--width", "300"});
-    EXPECT_EQ(run.status, 0) << run.errors;
-    EXPECT_EQ(KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3).width, 300U);
 }

@@ -25,6 +25,25 @@ struct CameraVector {
     double along;
 };
 
+double Dot(const CameraVector& a, const CameraVector& b) {
+    return a.right * b.right + a.up * b.up + a.along * b.along;
+}
+
+/// What the middle of a virtual camera shows.
+CameraVector MiddleOf(KivFisheyeLib::MountType mount, double pan, double tilt) {
+    const double p = pan * kDegree;
+    const double t = tilt * kDegree;
+    switch (mount) {
+        case KivFisheyeLib::MountTypeCeiling:
+            return {std::sin(p) * std::sin(t), std::cos(p) * std::sin(t), std::cos(t)};
+        case KivFisheyeLib::MountTypeTable:
+            return {-std::sin(p) * std::sin(t), std::cos(p) * std::sin(t), std::cos(t)};
+        case KivFisheyeLib::MountTypeWall:
+            break;
+    }
+    return {std::sin(p) * std::cos(t), std::sin(t), std::cos(p) * std::cos(t)};
+}
+
 CameraVector InCamera(KivFisheyeLib::MountType mount, const Sphere& direction) {
     const double east =
         std::sin(direction.bearing * kDegree) * std::cos(direction.elevation * kDegree);
@@ -72,6 +91,32 @@ Place InPanorama(const Picture& panorama, KivFisheyeLib::MountType mount, const 
     const double fromInner = (offAxis / 90.0 - innerRadius) / (1.0 - innerRadius);
     return {(moved - std::floor(moved)) * panorama.width,
             (isTable ? fromInner : 1.0 - fromInner) * (panorama.height - 1.0)};
+}
+
+Place InVirtualView(const Picture& picture, KivFisheyeLib::MountType mount, const Sphere& direction,
+                    const VirtualView& view) {
+    // The eye stands a hundredth before the middle of the lens, which draws all angles together.
+    constexpr double kNearness = 1.01;
+    const CameraVector seen = InCamera(mount, direction);
+    const double aside = std::hypot(seen.right, seen.up);
+    const double angle = std::atan2(aside, seen.along) / kNearness;
+    const CameraVector ray{std::sin(angle) * seen.right / aside, std::sin(angle) * seen.up / aside,
+                           std::cos(angle)};
+    const CameraVector middle = MiddleOf(mount, view.pan, view.tilt);
+    // A quarter turn of the tilt more is what is up in the picture.
+    const CameraVector up = MiddleOf(mount, view.pan, view.tilt + 90.0);
+    const CameraVector right{middle.along * up.up - middle.up * up.along,
+                             middle.right * up.along - middle.along * up.right,
+                             middle.up * up.right - middle.right * up.up};
+    if (Dot(ray, middle) <= 0.0) {
+        const double nowhere = std::numeric_limits<double>::quiet_NaN();
+        return {nowhere, nowhere};
+    }
+    const double half = std::tan(view.fieldOfView / 2.0 * kDegree);
+    const double aspect = 1.0 * picture.width / picture.height;
+    const double x = Dot(ray, right) / Dot(ray, middle) / half / aspect;
+    const double y = Dot(ray, up) / Dot(ray, middle) / half;
+    return {(1.0 + x) / 2.0 * (picture.width - 1.0), (1.0 - y) / 2.0 * (picture.height - 1.0)};
 }
 
 bool IsClearOfGraticule(const Sphere& direction, double margin) {

@@ -41,6 +41,18 @@ Place InFisheye(const Picture& picture, KivFisheyeLib::MountType mount, const Sp
 Place InPanorama(const Picture& panorama, KivFisheyeLib::MountType mount, const Sphere& direction,
                  double pan, double innerRadius = 0.0);
 
+/// A virtual camera: what its middle shows, and how many degrees its height spans.
+struct VirtualView {
+    double pan;
+    double tilt;
+    double fieldOfView;
+};
+
+/// Where a virtual camera with a field of view of at most 90 degrees shows a direction; NaN for what
+/// lies behind it.
+Place InVirtualView(const Picture& picture, KivFisheyeLib::MountType mount, const Sphere& direction,
+                    const VirtualView& view);
+
 /// Whether a direction keeps this far, in degrees, from the lines and labels of a ceiling or table
 /// camera's graticule.
 bool IsClearOfGraticule(const Sphere& direction, double margin);

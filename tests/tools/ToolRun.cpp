@@ -7,6 +7,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace {
@@ -30,6 +32,10 @@ void Meet(const ToolConditions& conditions) {
     if (conditions.bindsSuperuser && isSuperuser &&
         prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) != 0) {
         _exit(kCannotStart);
+    }
+    for (const std::string& variable : conditions.environment) {
+        const std::size_t equals = variable.find('=');
+        setenv(variable.substr(0, equals).c_str(), variable.substr(equals + 1).c_str(), 1);
     }
     if (conditions.errors >= 0 && dup2(conditions.errors, STDERR_FILENO) < 0) {
         _exit(kCannotStart);
@@ -58,17 +64,31 @@ void Meet(const ToolConditions& conditions) {
 
 }  // namespace
 
+ToolProcess::ToolProcess(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                         const ToolConditions& conditions)
+    : m_child(fork()) {
+    if (m_child == 0) {
+        BecomeTool(folder, m_streams, arguments, conditions);
+    }
+    if (m_child < 0) {
+        throw std::runtime_error("the tool cannot be started");
+    }
+}
+
+void ToolProcess::Send(int signal) const {
+    kill(m_child, signal);
+}
+
+ToolRun ToolProcess::Wait() const {
+    int status = 0;
+    if (waitpid(m_child, &status, 0) != m_child) {
+        throw std::runtime_error("the tool cannot be waited for");
+    }
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ContentOf(m_streams.File("output")),
+            ContentOf(m_streams.File("errors"))};
+}
+
 ToolRun RunTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                 const ToolConditions& conditions) {
-    const TemporaryFolder streams;
-    const pid_t child = fork();
-    if (child == 0) {
-        BecomeTool(folder, streams, arguments, conditions);
-    }
-    int status = 0;
-    if (child < 0 || waitpid(child, &status, 0) != child) {
-        throw std::runtime_error("the tool cannot be run");
-    }
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ContentOf(streams.File("output")),
-            ContentOf(streams.File("errors"))};
+    return ToolProcess(folder, arguments, conditions).Wait();
 }

@@ -1,6 +1,8 @@
 #ifndef KIVFISHEYE_TESTS_TOOL_RUN_H
 #define KIVFISHEYE_TESTS_TOOL_RUN_H
 
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
 
@@ -19,11 +21,29 @@ struct ToolConditions {
     unsigned long fileBytes = 0;
     /// Whether permissions of files bind the superuser too.
     bool bindsSuperuser = false;
+    /// Variables of the environment, each as NAME=VALUE.
+    std::vector<std::string> environment;
     /// A descriptor that becomes standard error, instead of a file, unless it is -1.
     int errors = -1;
 };
 
-/// Runs the tool with the folder as its working directory.
+/// The tool at work, with a folder as its working directory.
+class ToolProcess {
+public:
+    ToolProcess(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
+                const ToolConditions& conditions = {});
+
+    void Send(int signal) const;
+
+    /// What it left behind; to be called once.
+    ToolRun Wait() const;
+
+private:
+    TemporaryFolder m_streams;
+    pid_t m_child;
+};
+
+/// Runs the tool to its end.
 ToolRun RunTool(const TemporaryFolder& folder, const std::vector<std::string>& arguments,
                 const ToolConditions& conditions = {});
 

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstring>
 #include <memory>
 
 #include "FrameLimits.h"
 #include "MemoryUtils.h"
+#include "OutputRows.h"
 #include "Pixel.h"
-#include "TruncateToInt.h"
+#include "SourcePixels.h"
 #include "ring/RingJob.h"
 #include "ring/RingMount.h"
 
@@ -55,38 +55,6 @@ private:
 
     std::unique_ptr<float[]> m_sines;
     std::unique_ptr<float[]> m_cosines;
-};
-
-/// From a point of the source frame to the byte offset of the pixel that holds it.
-template <int bytesPerPixel>
-class SourcePixels {
-public:
-    explicit SourcePixels(const RingJob& job)
-        : m_lastColumn(job.srcWidth - 1),
-          m_lastRow(job.srcHeight - 1),
-          m_scaleX(static_cast<float>(m_lastColumn)),
-          m_scaleY(static_cast<float>(m_lastRow)),
-          m_rowOffsets(new int[static_cast<std::size_t>(job.srcHeight)]) {
-        int* const rowOffsets = m_rowOffsets.get();
-        for (int row = 0; row < job.srcHeight; ++row) {
-            rowOffsets[row] = row * job.srcStride;
-        }
-    }
-
-    /// For |u| and |v| of at most 0.5.
-    int OffsetAt(float u, float v) const {
-        // A side beyond 2^24 pixels may round up to a scale that leads past its last pixel.
-        const int column = std::min(TruncateToInt(m_scaleX * (u + 0.5F)), m_lastColumn);
-        const int row = std::min(TruncateToInt(m_scaleY * (0.5F - v)), m_lastRow);
-        return m_rowOffsets.get()[row] + column * bytesPerPixel;
-    }
-
-private:
-    int m_lastColumn;
-    int m_lastRow;
-    float m_scaleX;
-    float m_scaleY;
-    std::unique_ptr<int[]> m_rowOffsets;
 };
 
 /// The points of the ring, row by row of the panorama.
@@ -136,13 +104,6 @@ private:
     float m_radiusY;
 };
 
-/// Clears a whole row of the output, padding included.
-inline void ClearRow(unsigned char* row, int dstStride) {
-    if (dstStride > 0) {
-        std::memset(row, 0, static_cast<std::size_t>(dstStride));
-    }
-}
-
 /// Converts one frame into a full panorama turned by `pan` degrees, evaluating the mapping afresh.
 template <class Mount, unsigned long bitsPerPixel>
 void ConvertFull(const RingJob& job, const unsigned char* src, unsigned char* dst, float pan) {
@@ -150,13 +111,9 @@ void ConvertFull(const RingJob& job, const unsigned char* src, unsigned char* ds
     if (job.dstHeight <= 0) {
         return;
     }
-    const auto rowAt = [&](int y) { return dst + std::ptrdiff_t{y} * job.dstStride; };
-
     if (IsEmptyFrame(job.srcWidth, job.srcHeight) || job.dstWidth <= 0 ||
         !IsAddressableSource(job.srcWidth, job.srcHeight, job.srcStride, Pixel::kBytes)) {
-        for (int y = 0; y < job.dstHeight; ++y) {
-            ClearRow(rowAt(y), job.dstStride);
-        }
+        ClearRows(dst, job.dstHeight, job.dstStride);
         return;
     }
 
@@ -165,9 +122,9 @@ void ConvertFull(const RingJob& job, const unsigned char* src, unsigned char* ds
     const float start = pan * kDegreesToRadians;
     const float end = start + kFullTurn;
     RingWalk<Mount> walk(job, {start, end}, job.dstHeight);
-    const SourcePixels<Pixel::kBytes> source(job);
+    const SourcePixels<Pixel::kBytes> source(job.srcWidth, job.srcHeight, job.srcStride);
     for (int y = 0; y < job.dstHeight; ++y) {
-        unsigned char* const row = rowAt(y);
+        unsigned char* const row = dst + std::ptrdiff_t{y} * job.dstStride;
         ClearRow(row, job.dstStride);
         const int columns =
             PixelsInsideFrame(job.dstWidth, job.dstHeight, job.dstStride, y, Pixel::kBytes);
@@ -187,7 +144,7 @@ void BuildFullTable(const RingJob& job, CAlignedBufferT<int, 32>& table) {
         return;
     }
     RingWalk<Mount> walk(job, Mount::Angles(kFullTurn), job.dstHeight);
-    const SourcePixels<bitsPerPixel / 8> source(job);
+    const SourcePixels<bitsPerPixel / 8> source(job.srcWidth, job.srcHeight, job.srcStride);
     int* entries = table.data();
     for (int y = 0; y < job.dstHeight; ++y) {
         walk.VisitRow(job.dstWidth,

@@ -1,0 +1,13 @@
+#ifndef KIVFISHEYE_DEGREES_H
+#define KIVFISHEYE_DEGREES_H
+
+#include <cmath>
+
+/// The same direction from 0 up to 360. A tiny negative angle rounds to 360 itself; NaN and
+/// infinity give NaN.
+inline float WrapDegrees(float angle) {
+    const float wrapped = std::fmod(angle, 360.0F);
+    return wrapped < 0.0F ? wrapped + 360.0F : wrapped;
+}
+
+#endif

@@ -1,0 +1,122 @@
+#ifndef KIVFISHEYE_VCAM_SOURCE_LANES_H
+#define KIVFISHEYE_VCAM_SOURCE_LANES_H
+
+#include <algorithm>
+#include <cstddef>
+#include <cstring>
+
+#include "TargetRegion.h"
+#include "sse/sse4Floats.h"
+#include "sse/sse4Ints.h"
+#include "vcam/VCamJob.h"
+
+KIVFISHEYE_TARGET_BEGIN("sse4.1")
+namespace vcam {
+
+/// The way from source pixels that lie anywhere to the output: integer work in four lanes, and one
+/// copy for each lane. The frame's byte offsets fit in 32 bits.
+template <class Pixel>
+class SourceLanes {
+public:
+    [[gnu::always_inline]] explicit SourceLanes(const VCamJob& job)
+        : m_source(job.source),
+          m_stride(job.sourceStride),
+          m_lastColumn(job.sourceWidth - 1),
+          m_lastRow(job.sourceHeight - 1),
+          m_mayRoundPastEnd(std::max(job.sourceWidth, job.sourceHeight) >= kSmallestInexactSide),
+          m_lastPixel((job.sourceHeight - 1) * job.sourceStride +
+                      (job.sourceWidth - 1) * Pixel::kBytes) {}
+
+    /// Replaces each live lane's column in `x` by the offset of its pixel in the frame, and all
+    /// others by 0.
+    template <int lanes>
+    [[gnu::always_inline]] void FormOffsets(const int* live, int* x, const int* y) const {
+        using sse::sse4Ints;
+        for (int lane = 0; lane < lanes; lane += sse4Ints::kLanes) {
+            sse4Ints columns = sse4Ints::Load(x + lane);
+            sse4Ints rows = sse4Ints::Load(y + lane);
+            if (m_mayRoundPastEnd) {
+                columns = Min(columns, m_lastColumn);
+                rows = Min(rows, m_lastRow);
+            }
+            const sse4Ints offsets = MultiplyLow(rows, m_stride) + BytesOf(columns);
+            (offsets & sse4Ints::Load(live + lane)).Store(x + lane);
+        }
+    }
+
+    /// Asks the memory for the pixels of every `step`th lane, which are used a while later: the
+    /// second-level cache gets them, which holds those of many rows.
+    template <int lanes, int step>
+    [[gnu::always_inline]] void Prefetch(const int* offsets, int firstLane) const {
+        constexpr int kSecondLevelCache = 2;
+        for (int lane = 0; lane < lanes; lane += step) {
+            __builtin_prefetch(m_source + offsets[firstLane + lane], 0, kSecondLevelCache);
+        }
+    }
+
+    /// Copies the pixels of the lanes whose bit is set in `live`, among the first `count`.
+    template <int lanes>
+    [[gnu::always_inline]] void CopyLive(int live, const int* offsets, unsigned char* target,
+                                         int count) const {
+        for (int lane = 0; lane < lanes && lane < count; ++lane) {
+            if ((live >> lane & 1) != 0) {
+                CopyPixel(offsets[lane], target, lane);
+            }
+        }
+    }
+
+    /// Copies the pixels of all lanes. Pixels of three bytes go as words of four, whose last byte the
+    /// next pixel replaces; but the frame's last pixel has no byte after it, and the last lane's word
+    /// would be a byte too long.
+    template <int lanes>
+    [[gnu::always_inline]] void CopyAll(const int* offsets, unsigned char* target) const {
+        if (Pixel::kBytes == 3 && !HasLastPixel<lanes>(offsets)) {
+            for (int lane = 0; lane < lanes - 1; ++lane) {
+                std::memcpy(target + std::ptrdiff_t{lane} * Pixel::kBytes, m_source + offsets[lane],
+                            4);
+            }
+            CopyPixel(offsets[lanes - 1], target, lanes - 1);
+            return;
+        }
+        for (int lane = 0; lane < lanes; ++lane) {
+            CopyPixel(offsets[lane], target, lane);
+        }
+    }
+
+private:
+    // From here on a float may not hold a position and a half.
+    static constexpr int kSmallestInexactSide = 1 << 23;
+
+    [[gnu::always_inline]] static sse::sse4Ints BytesOf(sse::sse4Ints columns) {
+        if constexpr (Pixel::kBytes == 4) {
+            return columns.template ShiftedLeft<2>();
+        } else {
+            return MultiplyLow(columns, sse::sse4Ints(Pixel::kBytes));
+        }
+    }
+
+    template <int lanes>
+    [[gnu::always_inline]] bool HasLastPixel(const int* offsets) const {
+        int bits = 0;
+        for (int lane = 0; lane < lanes; lane += sse::sse4Ints::kLanes) {
+            bits |= (sse::sse4Ints::Load(offsets + lane) == m_lastPixel).Bits();
+        }
+        return bits != 0;
+    }
+
+    [[gnu::always_inline]] void CopyPixel(int offset, unsigned char* target, int lane) const {
+        Pixel::Copy(m_source + offset, target + std::ptrdiff_t{lane} * Pixel::kBytes);
+    }
+
+    const unsigned char* m_source;
+    sse::sse4Ints m_stride;
+    sse::sse4Ints m_lastColumn;
+    sse::sse4Ints m_lastRow;
+    bool m_mayRoundPastEnd;
+    sse::sse4Ints m_lastPixel;
+};
+
+}  // namespace vcam
+KIVFISHEYE_TARGET_END
+
+#endif

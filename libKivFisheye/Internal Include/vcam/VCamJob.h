@@ -1,0 +1,75 @@
+#ifndef KIVFISHEYE_VCAM_JOB_H
+#define KIVFISHEYE_VCAM_JOB_H
+
+#include <cmath>
+
+#include "FrameLimits.h"
+
+namespace vcam {
+
+/// One frame of a virtual camera: the frames' sizes in pixels and strides in bytes, the lens ellipse
+/// as fractions of the source frame, and the camera. The eye stands on the lens axis, `eyeZ` from
+/// the centre of a unit sphere, and looks through a rectangle `nearPlane` in front of it, which is
+/// `aspect` times as wide as high and spans `fieldOfView` degrees from its bottom to its top.
+/// `matrix` turns the rays; it is 4 by 4, column by column.
+struct VCamJob {
+    int sourceWidth;
+    int sourceHeight;
+    int sourceStride;
+    const unsigned char* source;
+    float radiusX;
+    float radiusY;
+    float eyeZ;
+    float fieldOfView;
+    float aspect;
+    float nearPlane;
+    const float (&matrix)[16];
+    int targetWidth;
+    int targetHeight;
+    int targetStride;
+    unsigned char* target;
+
+    bool HasSource(int bytesPerPixel) const {
+        return !IsEmptyFrame(sourceWidth, sourceHeight) &&
+               IsAddressableSource(sourceWidth, sourceHeight, sourceStride, bytesPerPixel);
+    }
+    /// How many pixels of row `y` may be written.
+    int PixelsInsideTarget(int y, int bytesPerPixel) const {
+        return PixelsInsideFrame(targetWidth, targetHeight, targetStride, y, bytesPerPixel);
+    }
+};
+
+/// The signature of the kernels.
+using ConvertFunction = void(int sourceWidth, int sourceHeight, int sourceStride,
+                             const unsigned char* source, float radiusX, float radiusY, float eyeZ,
+                             float fieldOfView, float aspect, float nearPlane,
+                             const float (&matrix)[16], int targetWidth, int targetHeight,
+                             int targetStride, unsigned char* target);
+
+/// The rectangle that the eye looks through. The steps lead from one pixel to the next and from one
+/// row to the next; a side of one pixel has none.
+struct ViewRectangle {
+    explicit ViewRectangle(const VCamJob& job) {
+        constexpr float kDegreesToRadians = 0.017453292F;
+        const float halfAngle = job.fieldOfView * 0.5F * kDegreesToRadians;
+        top = static_cast<float>(double{job.nearPlane} * std::tan(double{halfAngle}));
+        right = top * job.aspect;
+        stepX = (right + right) / static_cast<float>(job.targetWidth - 1);
+        stepY = (-top - top) / static_cast<float>(job.targetHeight - 1);
+    }
+
+    float top;
+    float right;
+    float stepX;
+    float stepY;
+};
+
+/// 1 / pi. The lens is equidistant: a ray phi off its axis meets it at phi / pi from the centre,
+/// with the rim, a quarter turn off, at 0.5. From an eye `eyeZ` away from the centre of the sphere a
+/// ray theta off the axis is taken to have phi = (1 + eyeZ) * theta. That is exact at 0 and at 1,
+/// and a smooth way between the two.
+constexpr float kRadiusPerRadian = 0.31830987F;
+
+}  // namespace vcam
+
+#endif

@@ -1,0 +1,42 @@
+#include "ToolError.h"
+
+#include <algorithm>
+
+#include "Picture.h"
+
+void FillFolder(const TemporaryFolder& folder) {
+    const KivFisheyeTools::Picture picture(64, 64, 3);
+    KivFisheyeTools::WritePicture(folder.File("input.png"), picture);
+    KivFisheyeTools::WritePicture(folder.File("cut.jpg"), picture);
+    const std::string png = ContentOf(folder.File("input.png"));
+    const std::string jpeg = ContentOf(folder.File("cut.jpg"));
+    WriteContent(folder.File("cut.png"), png.substr(0, png.size() / 2));
+    WriteContent(folder.File("cut.jpg"), jpeg.substr(0, jpeg.size() - 20));
+    WriteContent(folder.File("empty.png"), "");
+    WriteContent(folder.File("text.png"), "This is no picture.\n");
+    std::filesystem::create_directory(folder.File("folder.png"));
+    std::filesystem::create_symlink("input.png", folder.File("link.png"));
+    std::filesystem::create_symlink("input.png", folder.File("link.mp4"));
+    std::filesystem::create_symlink("endless.png", folder.File("endless.png"));
+}
+
+void ExpectOneSentence(const ToolRun& run, int status, const std::string& words) {
+    EXPECT_EQ(run.status, status);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors.rfind("kivfisheye: ", 0), 0U) << run.errors;
+    EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    EXPECT_EQ(run.errors.back(), '\n') << run.errors;
+    EXPECT_NE(run.errors.find(words), std::string::npos) << run.errors;
+}
+
+TEST_P(ToolError, IsOneSentenceAndLeavesNothing) {
+    const TemporaryFolder folder;
+    FillFolder(folder);
+    const std::set<std::string> before = folder.Names();
+    const std::string input = ContentOf(folder.File("input.png"));
+    const ToolRun run = RunTool(folder, GetParam().arguments);
+    ExpectOneSentence(run, GetParam().status, GetParam().words);
+    EXPECT_EQ(folder.Names(), before);
+    EXPECT_EQ(ContentOf(folder.File("input.png")), input);
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("folder.png")));
+}

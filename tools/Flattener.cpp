@@ -1,0 +1,107 @@
+#include "Flattener.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "Failure.h"
+#include "Lens.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+void Expect(ResultCode result, const std::string& sentence) {
+    if (result != kResultOk) {
+        throw Failure(sentence);
+    }
+}
+
+Camera PreparedCamera(const ViewArguments& arguments, Picture* input) {
+    Camera camera;
+    Expect(camera->SetMountAndViewType(MountOfName(arguments.mount), ViewOfName(arguments.view)),
+           "the library refuses the mount and view");
+    Expect(camera->SetDewarpParams(arguments.lens), "the library refuses the lens parameters");
+    Expect(camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input)),
+           "the library refuses the input picture");
+    return camera;
+}
+
+Size OutputSize(const Camera& camera, const std::string& sizeText, OutputKind output) {
+    if (!sizeText.empty()) {
+        return SizeOfText(sizeText).value();
+    }
+    Size size{0, 0};
+    Expect(camera->GetRecommendOutputVideoSize(&size.width, &size.height),
+           "the library recommends no output size for this picture");
+    if (size.width == 0 || size.height == 0) {
+        throw Failure("the lens image is too small for any output size; give one with --size");
+    }
+    size.height += output == OutputKind::Video ? size.height % 2 : 0;
+    return size;
+}
+
+Picture PictureOfSize(const Size& size, std::uint32_t bytesPerPixel) {
+    return {size.width, size.height, bytesPerPixel};
+}
+
+}  // namespace
+
+std::string WordsFor(const Angles& angles) {
+    std::ostringstream words;
+    words << "pan " << angles.pan << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
+    return words.str();
+}
+
+bool IsSameView(const Angles& asked, const Angles& taken) {
+    constexpr double kTolerance = 1e-3;
+    const auto isNear = [](double difference) { return std::abs(difference) < kTolerance; };
+    return isNear(std::remainder(double{asked.pan} - double{taken.pan}, 360.0)) &&
+           isNear(double{asked.tilt} - double{taken.tilt}) &&
+           isNear(double{asked.zoom} - double{taken.zoom});
+}
+
+Flattener::Flattener(const ViewArguments& arguments, const Size& input, OutputKind output)
+    : m_input(PictureOfSize(input, arguments.format == "rgb24" ? 3 : 4)),
+      m_camera(PreparedCamera(arguments, &m_input)),
+      m_output(PictureOfSize(OutputSize(m_camera, arguments.size, output), m_input.bytesPerPixel)) {
+    Expect(m_camera->SetOutputVideoParams(FrameOf(&m_output)),
+           "the library refuses the output size");
+}
+
+Angles Flattener::Present() const {
+    Angles angles{};
+    Expect(m_camera->GetPTZ(&angles.pan, &angles.tilt, &angles.zoom),
+           "the library does not tell how the view is turned");
+    return angles;
+}
+
+Angles Flattener::Turn(const Angles& angles) const {
+    Expect(m_camera->SetAbsolutePTZ(angles.pan, angles.tilt, angles.zoom),
+           "the library refuses to turn the view");
+    return Present();
+}
+
+Angles Flattener::AimedAt(float x, float y, float zoom) const {
+    Angles angles{0.0F, 0.0F, zoom};
+    Expect(m_camera->CvtXYToVCamPanTilt(x, y, angles.pan, angles.tilt),
+           "the library does not tell how to look at a point");
+    if (!std::isfinite(angles.pan) || !std::isfinite(angles.tilt)) {
+        throw Failure("the lens image is too small to look at a point of it");
+    }
+    return angles;
+}
+
+float Flattener::ZoomFor(float fieldOfView) const {
+    Angles ignored{};
+    float zoom = 1.0F;
+    Expect(m_camera->CvtXYToVCamPanTiltZoom(0.5F, 0.5F, static_cast<float>(Radians(fieldOfView)),
+                                            ignored.pan, ignored.tilt, zoom),
+           "the library does not tell the zoom of a field of view");
+    return zoom;
+}
+
+void Flattener::Flatten() const {
+    Expect(m_camera->Process(0), "the library cannot convert the picture");
+}
+
+}  // namespace KivFisheyeTools

@@ -1,0 +1,33 @@
+#ifndef KIVFISHEYE_TOOLS_NUMBERS_H
+#define KIVFISHEYE_TOOLS_NUMBERS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Numbers as they are written on the command line.
+namespace KivFisheyeTools {
+
+struct Size {
+    std::uint32_t width;
+    std::uint32_t height;
+};
+
+/// Reads a number that may begin with a plus.
+std::optional<double> NumberOf(const std::string& text);
+
+/// Whether a float can hold the number.
+bool IsFinite(double number);
+
+std::vector<std::string> SplitAtCommas(const std::string& text);
+
+/// Reads numbers with commas between them; what is none becomes NaN.
+std::vector<double> NumbersOfText(const std::string& text);
+
+/// Reads a size such as 1024x768, with sides that a picture may have.
+std::optional<Size> SizeOfText(const std::string& text);
+
+}  // namespace KivFisheyeTools
+
+#endif

@@ -1,0 +1,214 @@
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "Failure.h"
+#include "Flattener.h"
+#include "Progress.h"
+#include "StopRequest.h"
+#include "VideoReader.h"
+#include "VideoWriter.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kUsualFrameRate = 25.0;
+constexpr std::uint32_t kMostFrames = 999999;
+
+struct SweepArguments {
+    std::string input;
+    std::string output;
+    ViewArguments view;
+    std::string from;
+    std::string to;
+    std::uint32_t frames = 0;
+    std::optional<double> frameRate;
+};
+
+/// A part of the way from one set of numbers to another.
+Angles AnglesBetween(const std::vector<double>& from, const std::vector<double>& to, double part) {
+    const auto between = [&](std::size_t i) {
+        return static_cast<float>((1.0 - part) * from.at(i) + part * to.at(i));
+    };
+    return {between(0), between(1), between(2)};
+}
+
+/// The path of one picture of all, counted from 0.
+std::string PicturePath(const SweepArguments& arguments, std::uint32_t index) {
+    constexpr std::size_t kFewestDigits = 4;
+    const std::size_t digits = std::max(kFewestDigits, std::to_string(arguments.frames).size());
+    const std::string number = std::to_string(index + 1);
+    return (fs::path(arguments.output) /
+            (std::string(digits - number.size(), '0') + number + ".png"))
+        .string();
+}
+
+void CheckZoom(const std::string& option, const std::string& text) {
+    const double zoom = NumbersOfText(text).at(2);
+    if (zoom < 1.0 || zoom > 10.0) {
+        throw UsageError(option + ": the zoom must be from 1 to 10");
+    }
+}
+
+void CheckFolder(const SweepArguments& arguments) {
+    std::error_code ignored;
+    if (arguments.frameRate) {
+        throw UsageError("--fps goes with a video, whose name ends with .mp4");
+    }
+    if (!fs::exists(arguments.output, ignored)) {
+        return;
+    }
+    if (!fs::is_directory(arguments.output, ignored)) {
+        throw UsageError(arguments.output + " is neither a folder nor a name with the ending .mp4");
+    }
+    for (std::uint32_t i = 0; i < arguments.frames; ++i) {
+        CheckIsNoInput(PicturePath(arguments, i), {arguments.input});
+    }
+}
+
+void CheckUsage(const SweepArguments& arguments) {
+    CheckZoom("--from", arguments.from);
+    CheckZoom("--to", arguments.to);
+    if (IsVideoName(arguments.output)) {
+        CheckIsNoInput(arguments.output, {arguments.input});
+        CheckView(arguments.view, OutputKind::Video);
+    } else {
+        CheckFolder(arguments);
+        CheckView(arguments.view, OutputKind::Picture);
+    }
+}
+
+void MakeFolder(const std::string& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        throw Failure("cannot make the folder " + path + ": " + error.message());
+    }
+}
+
+/// Tells in the end how many views were not as asked for.
+class LimitedViews {
+public:
+    void Note(std::uint32_t index, const Angles& asked, const Angles& taken) {
+        if (!IsSameView(asked, taken) && ++m_count == 1) {
+            m_first = "number " + std::to_string(index + 1) + ", is limited to " + WordsFor(taken) +
+                      " instead of " + WordsFor(asked);
+        }
+    }
+
+    void Tell(Progress* progress) const {
+        if (m_count > 0) {
+            progress->Say("the first of " + std::to_string(m_count) + " limited views, " + m_first);
+        }
+    }
+
+private:
+    std::uint32_t m_count = 0;
+    std::string m_first;
+};
+
+/// Hands every view with its number to `take`, until a stop is asked for. Gives their number.
+template <class Take>
+std::uint32_t ShowViews(const SweepArguments& arguments, const Flattener& flattener,
+                        Progress* progress, Take take) {
+    const std::vector<double> from = NumbersOfText(arguments.from);
+    const std::vector<double> to = NumbersOfText(arguments.to);
+    LimitedViews limited;
+    std::uint32_t index = 0;
+    while (index < arguments.frames && StopRequest::Signal() == 0) {
+        const double part = arguments.frames > 1 ? index / (arguments.frames - 1.0) : 0.0;
+        const Angles asked = AnglesBetween(from, to, part);
+        limited.Note(index, asked, flattener.Turn(asked));
+        flattener.Flatten();
+        take(index);
+        ++index;
+        progress->ShowFrames("sweeping", index, arguments.frames);
+    }
+    limited.Tell(progress);
+    return index;
+}
+
+void SweepToVideo(const SweepArguments& arguments, const Flattener& flattener, Progress* progress) {
+    constexpr int kMostTicks = 1000000;
+    const StopRequest stop;
+    VideoShape shape{};
+    shape.frameRate = av_d2q(arguments.frameRate.value_or(kUsualFrameRate), kMostTicks);
+    shape.timeBase = av_inv_q(shape.frameRate);
+    VideoWriter writer(arguments.output, flattener.Output(), shape);
+    const std::uint32_t frames =
+        ShowViews(arguments, flattener, progress, [&](std::uint32_t index) {
+            writer.Write(flattener.Output(), {index, 1});
+        });
+    if (frames > 0) {
+        writer.Finish();
+    }
+    CheckStopped(frames, "frame", arguments.output);
+}
+
+void SweepToPictures(const SweepArguments& arguments, const Flattener& flattener,
+                     Progress* progress) {
+    const StopRequest stop;
+    MakeFolder(arguments.output);
+    const std::uint32_t pictures =
+        ShowViews(arguments, flattener, progress, [&](std::uint32_t index) {
+            WritePicture(PicturePath(arguments, index), flattener.Output());
+        });
+    CheckStopped(pictures, "picture", arguments.output);
+}
+
+void Sweep(const SweepArguments& arguments) {
+    CheckUsage(arguments);
+    const bool isVideo = IsVideoName(arguments.output);
+    Progress progress;
+    progress.Show("reading " + arguments.input);
+    VideoReader reader(arguments.input);
+    Flattener flattener(arguments.view, {reader.Width(), reader.Height()},
+                        isVideo ? OutputKind::Video : OutputKind::Picture);
+    reader.Read(flattener.Input());
+    if (isVideo) {
+        SweepToVideo(arguments, flattener, &progress);
+    } else {
+        SweepToPictures(arguments, flattener, &progress);
+    }
+}
+
+}  // namespace
+
+void AddSweepCommand(CLI::App* app) {
+    const auto arguments = std::make_shared<SweepArguments>();
+    arguments->view.view = NameOf(KivFisheyeLib::ViewTypeVCam);
+    CLI::App* command = app->add_subcommand(
+        "sweep", "Move a virtual camera evenly from one view of a picture to another");
+    command->option_defaults()->always_capture_default();
+    command
+        ->add_option("INPUT", arguments->input,
+                     "The fisheye picture, or a video, of which the first picture counts")
+        ->required();
+    command
+        ->add_option("OUTPUT", arguments->output,
+                     "The folder for the pictures 0001.png, 0002.png and so on, or an .mp4 file")
+        ->required();
+    command->add_option("--from", arguments->from, "Pan, tilt and zoom of the first view")
+        ->required()
+        ->check(FiniteNumbers(3))
+        ->type_name("P,T,Z");
+    command->add_option("--to", arguments->to, "Pan, tilt and zoom of the last view")
+        ->required()
+        ->check(FiniteNumbers(3))
+        ->type_name("P,T,Z");
+    command->add_option("--frames", arguments->frames, "Number of views, with the first and last")
+        ->required()
+        ->check(NumberIn(1, kMostFrames))
+        ->default_str("");
+    command->add_option("--fps", arguments->frameRate, "Video: views in a second; 25 by default")
+        ->check(NumberIn(0.1, 1000.0));
+    AddViewOptions(command, &arguments->view);
+    command->callback([arguments] { Sweep(*arguments); });
+}
+
+}  // namespace KivFisheyeTools

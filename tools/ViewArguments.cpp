@@ -1,0 +1,51 @@
+#include "ViewArguments.h"
+
+#include "Camera.h"
+#include "Failure.h"
+#include "Numbers.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+constexpr std::uint32_t kWidthStep = 8;
+
+std::string WordsFor(KivFisheyeLib::ViewType view) {
+    switch (view) {
+        case KivFisheyeLib::ViewTypeDualPanorama:
+            return "dual panorama";
+        case KivFisheyeLib::ViewTypeFullPanorama:
+            return "full panorama";
+        case KivFisheyeLib::ViewTypeVCam:
+            break;
+    }
+    return "virtual camera";
+}
+
+void CheckSize(const Size& size, OutputKind output) {
+    if (size.width % kWidthStep != 0) {
+        throw UsageError("--size: the width must be a multiple of " + std::to_string(kWidthStep));
+    }
+    if (output == OutputKind::Video && size.height % 2 != 0) {
+        throw UsageError("--size: the height of a video must be even");
+    }
+}
+
+}  // namespace
+
+void CheckView(const ViewArguments& arguments, OutputKind output) {
+    const auto mount = MountOfName(arguments.mount);
+    const auto view = ViewOfName(arguments.view);
+    if (!IsViewOfMount(mount, view)) {
+        throw UsageError("a " + NameOf(mount) + " camera has no " + WordsFor(view));
+    }
+    if (!arguments.size.empty()) {
+        CheckSize(SizeOfText(arguments.size).value(), output);
+    }
+    if (!CanShow(mount, view)) {
+        throw Failure("this version cannot show the " + WordsFor(view) + " of a " + NameOf(mount) +
+                      " camera yet");
+    }
+}
+
+}  // namespace KivFisheyeTools

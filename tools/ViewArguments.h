@@ -1,0 +1,31 @@
+#ifndef KIVFISHEYE_TOOLS_VIEW_ARGUMENTS_H
+#define KIVFISHEYE_TOOLS_VIEW_ARGUMENTS_H
+
+#include <KivFisheyeLib.h>
+
+#include <string>
+
+namespace KivFisheyeTools {
+
+/// A lens that touches the frame's edges.
+constexpr KivFisheyeLib::DewarpParams kUsualLens{0.5F, 0.5F, 45.0F, 0.0F};
+
+/// The options of commands that flatten pictures: what is shown, through which lens, how large.
+struct ViewArguments {
+    std::string mount;
+    std::string view;
+    std::string size;
+    std::string format = "rgb32";
+    KivFisheyeLib::DewarpParams lens = kUsualLens;
+};
+
+/// What is made of the flattened pictures. The pixels of a video ask for an even height.
+enum class OutputKind { Picture, Video };
+
+/// Throws `UsageError` when the options do not go together, and `Failure` when the library cannot
+/// show the view.
+void CheckView(const ViewArguments& arguments, OutputKind output);
+
+}  // namespace KivFisheyeTools
+
+#endif
