@@ -26,8 +26,14 @@ vcam::ConvertFunction& KernelOf(const std::string& form, int bits) {
 /// Draws one frame of a virtual camera in one form of the kernel, for a tool that counts what is done
 /// in `DrawCountedFrame`.
 int main(int argc, char** argv) {
+    if (argc == 2 && std::string(argv[1]) == "--forms") {
+        for (const VCamForm& form : VCamFormsOfProcessor()) {
+            std::cout << form.name << '\n';
+        }
+        return 0;
+    }
     if (argc != 6) {
-        std::cerr << "Usage: " << argv[0] << " FORM SOURCE_SIDE WIDTH HEIGHT BITS\n";
+        std::cerr << "Usage: " << argv[0] << " --forms | FORM SOURCE_SIDE WIDTH HEIGHT BITS\n";
         return 2;
     }
     try {

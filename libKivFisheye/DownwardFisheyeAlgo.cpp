@@ -1,8 +1,5 @@
 #include "DownwardFisheyeAlgo.h"
 
-#include <algorithm>
-#include <iterator>
-
 #include "DownwardFisheyeAlgo_C.h"
 #include "ring/RingConverters.h"
 #include "vcam/Aiming.h"
@@ -106,36 +103,15 @@ float GetBestFitPanoramaRatio(int, int, float radiusX, float radiusY, float inne
 void GetModelViewMatrix(float pan, float tilt, float (&matrix)[16]) {
     const vcam::Turn p(pan);
     const vcam::Turn t(tilt);
-    const float columns[16] = {
-        p.cosine,
-        p.sine,
-        0.0F,
-        0.0F,  //
-        -p.sine * t.cosine,
-        p.cosine * t.cosine,
-        t.sine,
-        0.0F,  //
-        p.sine * t.sine,
-        -p.cosine * t.sine,
-        t.cosine,
-        0.0F,  //
-        0.0F,
-        0.0F,
-        0.0F,
-        1.0F,
-    };
-    std::copy(std::begin(columns), std::end(columns), matrix);
+    vcam::SetRotation({{p.cosine, -p.sine * t.cosine, p.sine * t.sine},
+                       {p.sine, p.cosine * t.cosine, -p.cosine * t.sine},
+                       {0.0F, t.sine, t.cosine}},
+                      matrix);
 }
 
 vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y) {
     return vcam::AimAroundAxis(vcam::LensPoint(radiusX, radiusY, x, y), -vcam::kDegreesPerRadian,
                                90.0F);
-}
-
-vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
-                                         float fieldOfView) {
-    return vcam::WithZoom(CvtXYToVCamPanTilt(radiusX, radiusY, x, y), radiusX, radiusY,
-                          fieldOfView);
 }
 
 }  // namespace DownwardFisheyeAlgoNS

@@ -16,7 +16,7 @@
 KIVFISHEYE_TARGET_BEGIN("avx")
 
 /// The virtual camera in eight lanes. A position is rounded by adding one half and truncating. Only
-/// whole groups are drawn: the last `targetWidth` % 8 pixels of each row stay black. Throws
+/// whole groups are drawn, and what the width has beyond a multiple of 8 is black. Throws
 /// `std::bad_alloc` when there is no memory for the samples of one row.
 namespace FisheyeVCamAlgoNS::AVX {
 
@@ -81,14 +81,7 @@ void Convert(const vcam::VCamJob& job) {
 }
 
 template <unsigned long bits>
-void CvtVCamRGB(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
-                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
-                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
-                int targetStride, unsigned char* target) {
-    Convert<PixelT<bits>>({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ,
-                           fieldOfView, aspect, nearPlane, matrix, targetWidth, targetHeight,
-                           targetStride, target});
-}
+inline constexpr vcam::ConvertFunction& CvtVCamRGB = vcam::ConvertJob<Convert<PixelT<bits>>>;
 
 }  // namespace FisheyeVCamAlgoNS::AVX
 

@@ -90,14 +90,7 @@ void Convert(const vcam::VCamJob& job) {
 }
 
 template <unsigned long bits>
-void CvtVCamRGB(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
-                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
-                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
-                int targetStride, unsigned char* target) {
-    Convert<PixelT<bits>>({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ,
-                           fieldOfView, aspect, nearPlane, matrix, targetWidth, targetHeight,
-                           targetStride, target});
-}
+inline constexpr vcam::ConvertFunction& CvtVCamRGB = vcam::ConvertJob<Convert<PixelT<bits>>>;
 
 }  // namespace FisheyeVCamAlgoNS::C
 

@@ -105,10 +105,4 @@ vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y)
                                -90.0F);
 }
 
-vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
-                                         float fieldOfView) {
-    return vcam::WithZoom(CvtXYToVCamPanTilt(radiusX, radiusY, x, y), radiusX, radiusY,
-                          fieldOfView);
-}
-
 }  // namespace UpwardFisheyeAlgoNS

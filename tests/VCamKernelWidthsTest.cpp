@@ -84,7 +84,7 @@ TEST_P(VCamKernelWidths, ARowBelowTheGroupIsBlackInTheAvxFormAlone) {
     }
 }
 
-// Of 8 computed pixels the last two lie beyond the row: at the head of the next row, which is drawn
+// Of 8 computed pixels the last two lie beyond the row: where the next row begins, which is drawn
 // afterwards, and after the last row beyond the frame.
 TEST_P(VCamKernelWidths, SixPixelsSpillTwoBeyondTheFrameInTheSse41FormAlone) {
     const VCamFrame frame = NarrowView(6, 4);

@@ -1,7 +1,9 @@
 #ifndef KIVFISHEYE_VCAM_AIMING_H
 #define KIVFISHEYE_VCAM_AIMING_H
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "vcam/VCamMounts.h"
 
@@ -20,6 +22,17 @@ struct Turn {
     float sine;
     float cosine;
 };
+
+/// Fills a 4 by 4 matrix, column by column, with a rotation given row by row.
+inline void SetRotation(const float (&rows)[3][3], float (&matrix)[16]) {
+    std::fill(std::begin(matrix), std::end(matrix), 0.0F);
+    for (int column = 0; column < 3; ++column) {
+        for (int row = 0; row < 3; ++row) {
+            matrix[column * 4 + row] = rows[row][column];
+        }
+    }
+    matrix[15] = 1.0F;
+}
 
 /// A point of the source frame in the unit square of the lens image's bounding box, from its top
 /// left.
@@ -41,11 +54,6 @@ inline PanTilt AimAroundAxis(const LensPoint& point, float panPerRadian, float t
     const float radius = std::sqrt(dx * dx + dy * dy);
     return {std::fmod(angle * panPerRadian + 90.0F + 360.0F, 360.0F),
             (radius + radius) * tiltAtRim + 0.0F};
-}
-
-/// The angles, and the zoom that shows `fieldOfView` radians.
-inline PanTiltZoom WithZoom(PanTilt angles, float radiusX, float radiusY, float fieldOfView) {
-    return {angles, FisheyeVCamAlgoNS::CvtFieldOfViewToZoom(radiusX, radiusY, fieldOfView)};
 }
 
 constexpr float kDegreesPerRadian = 57.29578F;

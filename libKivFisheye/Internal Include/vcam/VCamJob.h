@@ -46,6 +46,16 @@ using ConvertFunction = void(int sourceWidth, int sourceHeight, int sourceStride
                              const float (&matrix)[16], int targetWidth, int targetHeight,
                              int targetStride, unsigned char* target);
 
+/// The kernel that makes a job of its arguments and hands it to `convert`.
+template <void (&convert)(const VCamJob&)>
+void ConvertJob(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
+                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
+                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
+                int targetStride, unsigned char* target) {
+    convert({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ, fieldOfView,
+             aspect, nearPlane, matrix, targetWidth, targetHeight, targetStride, target});
+}
+
 /// The rectangle that the eye looks through. The steps lead from one pixel to the next and from one
 /// row to the next; a side of one pixel has none.
 struct ViewRectangle {

@@ -39,6 +39,14 @@ struct PanTiltZoom {
     float zoom;
 };
 
+using AimFunction = PanTilt(float radiusX, float radiusY, float x, float y);
+
+template <AimFunction& aim>
+PanTiltZoom AimWithZoom(float radiusX, float radiusY, float x, float y, float fieldOfView) {
+    return {aim(radiusX, radiusY, x, y),
+            FisheyeVCamAlgoNS::CvtFieldOfViewToZoom(radiusX, radiusY, fieldOfView)};
+}
+
 }  // namespace vcam
 
 /// A camera on a wall. Pan turns about the vertical, positive to the right, and positive tilt looks
@@ -56,9 +64,8 @@ inline constexpr auto& CvtVCamRGB32 =
 /// The pan and tilt for a point in fractions of the source frame from its top left. Both run evenly
 /// from -90 to 90 degrees across the lens image's bounding box, so away from the centre the view
 /// only roughly faces the point. The zoom is the one that shows `fieldOfView` radians.
-vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y);
-vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
-                                         float fieldOfView);
+vcam::AimFunction CvtXYToVCamPanTilt;
+inline constexpr auto& CvtXYToVCamPanTiltZoom = vcam::AimWithZoom<CvtXYToVCamPanTilt>;
 
 }  // namespace FrontwardFisheyeAlgoNS
 
@@ -77,9 +84,8 @@ inline constexpr auto& CvtVCamRGB32 =
 
 /// The pan and tilt that face a point in fractions of the source frame from its top left; the rim
 /// is 90 degrees off the axis. The zoom is the one that shows `fieldOfView` radians.
-vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y);
-vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
-                                         float fieldOfView);
+vcam::AimFunction CvtXYToVCamPanTilt;
+inline constexpr auto& CvtXYToVCamPanTiltZoom = vcam::AimWithZoom<CvtXYToVCamPanTilt>;
 
 }  // namespace DownwardFisheyeAlgoNS
 
@@ -90,9 +96,8 @@ namespace UpwardFisheyeAlgoNS {
 inline constexpr auto& CvtVCamRGB24 = DownwardFisheyeAlgoNS::CvtVCamRGB24;
 inline constexpr auto& CvtVCamRGB32 = DownwardFisheyeAlgoNS::CvtVCamRGB32;
 
-vcam::PanTilt CvtXYToVCamPanTilt(float radiusX, float radiusY, float x, float y);
-vcam::PanTiltZoom CvtXYToVCamPanTiltZoom(float radiusX, float radiusY, float x, float y,
-                                         float fieldOfView);
+vcam::AimFunction CvtXYToVCamPanTilt;
+inline constexpr auto& CvtXYToVCamPanTiltZoom = vcam::AimWithZoom<CvtXYToVCamPanTilt>;
 
 }  // namespace UpwardFisheyeAlgoNS
 
