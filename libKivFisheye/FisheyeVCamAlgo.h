@@ -16,8 +16,8 @@ namespace FisheyeVCamAlgoNS {
 /// eye on the axis, the distances of the near and the far plane from it, and the view's height in
 /// degrees.
 ///
-/// Below zoom 2 there is no tilt, and on a wall no pan. Otherwise the view's upper and lower edges
-/// stay inside the half sphere. While `zoomingOut`, between zoom 2 and 5, the view also glides
+/// Below zoom 2 there is no tilt, and on a wall no pan. Otherwise the middles
+/// of the view's edges stay about inside the half sphere. While `zoomingOut`, between zoom 2 and 5, the view also glides
 /// towards the axis, so that it has arrived there at zoom 2. NaN passes through.
 void GetWallVCamCameraSettings(float pan, float tilt, float zoom, bool zoomingOut, float& outEyeZ,
                                float& outNear, float& outFar, float& outFieldOfView, float& outPan,

@@ -36,8 +36,7 @@ using sse::AVX::sseTanOfHalfAsin;
 
 template <class Pixel>
 void Convert(const vcam::VCamJob& job) {
-    // The output record of another pixel size may have less room than its width says.
-    const int widestRow = job.PixelsInsideTarget(0, Pixel::kBytes);
+    const int widestRow = job.PixelsInsideWidestRow(Pixel::kBytes);
     const int groups = std::min(job.targetWidth / kLanes, (widestRow - 1) / kLanes + 1);
     if (!job.HasSource(Pixel::kBytes) || groups <= 0) {
         ClearRows(job.target, job.targetHeight, job.targetStride);
@@ -81,7 +80,14 @@ void Convert(const vcam::VCamJob& job) {
 }
 
 template <unsigned long bits>
-inline constexpr vcam::ConvertFunction& CvtVCamRGB = vcam::ConvertJob<Convert<PixelT<bits>>>;
+void CvtVCamRGB(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
+                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
+                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
+                int targetStride, unsigned char* target) {
+    Convert<PixelT<bits>>({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ,
+                           fieldOfView, aspect, nearPlane, matrix, targetWidth, targetHeight,
+                           targetStride, target});
+}
 
 }  // namespace FisheyeVCamAlgoNS::AVX
 

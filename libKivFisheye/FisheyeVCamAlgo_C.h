@@ -90,7 +90,14 @@ void Convert(const vcam::VCamJob& job) {
 }
 
 template <unsigned long bits>
-inline constexpr vcam::ConvertFunction& CvtVCamRGB = vcam::ConvertJob<Convert<PixelT<bits>>>;
+void CvtVCamRGB(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
+                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
+                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
+                int targetStride, unsigned char* target) {
+    Convert<PixelT<bits>>({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ,
+                           fieldOfView, aspect, nearPlane, matrix, targetWidth, targetHeight,
+                           targetStride, target});
+}
 
 }  // namespace FisheyeVCamAlgoNS::C
 

@@ -3,12 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <type_traits>
 
 #include "CameraRules.h"
-#include "PanoramaScenes.h"
 #include "RelaxedAccess.h"
-#include "VCamScenes.h"
 
 using namespace KivFisheyeLib;
 
@@ -280,63 +277,3 @@ ResultCode CKivFisheyeCamera::CvtXYToVCamPanTiltZoom(float x, float y, float fie
 ResultCode CKivFisheyeCamera::GetVCamROI(float*, int) {
     return kResultNotReady;
 }
-
-ResultCode CKivFisheyeCamera::CScene::SetAbsolutePTZ(float pan, float tilt, float zoom) {
-    return doSetAbsolutePTZ(pan, tilt, zoom, false);
-}
-
-ResultCode CKivFisheyeCamera::CScene::SetRelativePTZ(float pan, float tilt, float zoom) {
-    if (pan == 0.0F && tilt == 0.0F && zoom == 0.0F) {
-        return kResultNoChange;
-    }
-    return doSetAbsolutePTZ(m_camera->m_pan + pan, m_camera->m_tilt + tilt, m_camera->m_zoom + zoom,
-                            zoom < 0.0F);
-}
-
-namespace SceneNS {
-
-namespace {
-
-struct NoScene;
-
-template <class Scene>
-std::unique_ptr<CKivFisheyeCamera::CScene> MakeScene(CKivFisheyeCamera* camera,
-                                                     VideoFrameInfo* target) {
-    if constexpr (std::is_same_v<Scene, NoScene>) {
-        return nullptr;
-    } else {
-        return std::make_unique<Scene>(camera, target);
-    }
-}
-
-/// One of a mount's scenes, by the camera's view.
-template <class VCamScene, class FullPanoramaScene>
-std::unique_ptr<CKivFisheyeCamera::CScene> SceneOfView(CKivFisheyeCamera* camera,
-                                                       VideoFrameInfo* target) {
-    switch (camera->m_viewType) {
-        case ViewTypeVCam:
-            return MakeScene<VCamScene>(camera, target);
-        case ViewTypeFullPanorama:
-            return MakeScene<FullPanoramaScene>(camera, target);
-        case ViewTypeDualPanorama:
-            break;
-    }
-    return nullptr;
-}
-
-}  // namespace
-
-std::unique_ptr<CKivFisheyeCamera::CScene> CreateScene(CKivFisheyeCamera* camera,
-                                                       VideoFrameInfo* target) {
-    switch (camera->m_mountType) {
-        case MountTypeWall:
-            return SceneOfView<CWallVCamScene, NoScene>(camera, target);
-        case MountTypeCeiling:
-            return SceneOfView<CCeilingVCamScene, CCeilingFullPanoramaScene>(camera, target);
-        case MountTypeTable:
-            return SceneOfView<CTableVCamScene, CTableFullPanoramaScene>(camera, target);
-    }
-    return nullptr;
-}
-
-}  // namespace SceneNS

@@ -5,7 +5,7 @@
 /// six functions that make and reach one.
 ///
 /// A client makes a context, tells it the mount and the view, hands over an input and an output
-/// frame, and calls `IKivFisheyeCamera::Process` for every picture:
+/// frame, and calls `IKivFisheyeCamera::Process` for every picture. Here a panorama:
 ///
 ///     void* context = CreateKivFisheyeCameraContext();
 ///     IKivFisheyeCamera* camera = GetCameraAPI(context);
@@ -16,6 +16,12 @@
 ///     camera->SetOutputVideoParams(output);
 ///     camera->Process(0);
 ///     DeleteKivFisheyeCameraContext(context);
+///
+/// With `ViewTypeVCam` the output may have any size, and a click on the fisheye picture steers it:
+///
+///     camera->CvtXYToVCamPanTiltZoom(x, y, fieldOfView, pan, tilt, zoom);
+///     camera->SetAbsolutePTZ(pan, tilt, zoom);
+///     camera->Process(0);
 ///
 /// The value types stand in the namespace `KivFisheyeLib`. This header needs C++11 and the standard
 /// library alone.
@@ -61,7 +67,9 @@ struct VideoFrameInfo {
     unsigned char* buffer;
 };
 
-/// The lens image inside the input frame. It is an ellipse around the frame's centre.
+/// The lens image inside the input frame. It is an ellipse around the frame's centre, whose semi-axes
+/// are fractions of the frame's sides: a round lens that is as high as its frame has a `radiusY` of 0.5
+/// and a `radiusX` of 0.5 * height / width.
 struct DewarpParams {
     /// Horizontal semi-axis as a fraction of the frame's width, 0 to 1.
     float radiusX;
@@ -99,9 +107,9 @@ const ResultCode kResultOutOfMemory = 0x80000005LL;
 /// values from before and after a setter that runs at the same time.
 ///
 /// Setters of frames, mount, view and lens may allocate tables. When memory runs out they throw
-/// `std::bad_alloc` with the new values stored and the context usable. `Process` then writes
-/// nothing, or answers `kResultNotReady` where a scene could not be made, until another of these
-/// setters succeeds. For that one it does not matter whether it changes anything.
+/// `std::bad_alloc` with the new values stored and the context usable. A panorama's `Process` then
+/// writes nothing, or answers `kResultNotReady` where a scene could not be made, until another of
+/// these setters succeeds. For that one it does not matter whether it changes anything.
 class IKivFisheyeCamera {
 public:
     virtual ~IKivFisheyeCamera() = default;
@@ -131,20 +139,24 @@ public:
     /// Changes the mount, makes the scene for it, and converts one frame at once when both frames
     /// are set. `kResultNoChange`: it is the present one. `kResultInvalidArgument`: wall with dual
     /// panorama. A number that names no mount is stored, and the context then has no scene.
+    ///
+    /// Pan, tilt and zoom stay as they are, also where the new mount or view would have limited
+    /// them, until the next `SetAbsolutePTZ` or `SetRelativePTZ`. Set them after a change of mount.
     virtual ResultCode SetMountType(KivFisheyeLib::MountType mount) = 0;
 
     /// Gives the mount. `kResultInvalidArgument`: a null pointer.
     virtual ResultCode GetMountType(KivFisheyeLib::MountType* mount) = 0;
 
-    /// Changes the view; otherwise as `SetMountType`.
+    /// Changes the view; otherwise as `SetMountType`. Views share one pan, but not its origin: see
+    /// `SetAbsolutePTZ`.
     virtual ResultCode SetViewType(KivFisheyeLib::ViewType view) = 0;
 
     /// Gives the view. `kResultInvalidArgument`: a null pointer.
     virtual ResultCode GetViewType(KivFisheyeLib::ViewType* view) = 0;
 
     /// Changes both, always makes a new scene, even when neither changed, and converts one frame at
-    /// once when both frames are set.
-    /// `kResultInvalidArgument`: wall with dual panorama.
+    /// once when both frames are set. `kResultInvalidArgument`: wall with dual panorama. A view that
+    /// is not available yet is stored like a number that names none.
     virtual ResultCode SetMountAndViewType(KivFisheyeLib::MountType mount,
                                            KivFisheyeLib::ViewType view) = 0;
 
@@ -172,13 +184,22 @@ public:
                                                     float* ratio) = 0;
 
     /// Turns the view: pan and tilt in degrees, zoom as a factor from 1 to 10. A zoom below 1 keeps
-    /// the present one. The next `Process` shows it; what was stored is what `GetPTZ` gives.
+    /// the present one. The next `Process` shows it; `GetPTZ` tells what was stored.
     /// `kResultNotReady`: the context has no scene.
     ///
-    /// A virtual camera limits the values to what its mount can show, as listed under
-    /// `SetRelativePTZ`; a turn costs nothing. At zoom 1 it shows the whole lens circle, at zoom 2 a
-    /// view 90 degrees high, and from there on 10 degrees less for each unit of zoom, down to 10
-    /// degrees. Below zoom 2 it looks along the lens axis.
+    /// A virtual camera shows the whole lens circle at zoom 1, a view 90 degrees high at zoom 2, and
+    /// 10 degrees less for each further unit of zoom. A turn costs nothing. What it cannot show is
+    /// limited, where L is 90 less half the view's height, about where the middle of its edge reaches the
+    /// rim; corners may show black:
+    ///
+    /// - wall: pan to the right and tilt upward, both -L to L.
+    /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the lens
+    ///   axis, to L.
+    /// - table: pan 0 to 360, anticlockwise on the fisheye picture from its bottom; tilt from -L to
+    ///   0, the lens axis.
+    ///
+    /// Below zoom 2 there is no tilt, and on a wall no pan: they are stored as 0. A NaN is stored as
+    /// it is, and shows nothing.
     ///
     /// A panorama takes the pan alone and stores it as 0 up to 360. At 0 the right of the lens is at
     /// the picture's left edge; a growing pan moves the picture to the left, by whole columns. NaN
@@ -188,17 +209,8 @@ public:
     /// The same by differences, which may also lead to a zoom below 1: that is stored as 1.
     /// `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
     ///
-    /// The views of a virtual camera, where L is 90 less half the view's height in degrees, so that
-    /// its edge just reaches the rim of the lens:
-    ///
-    /// - wall: pan to the right and tilt upward, both -L to L; both 0 below zoom 2.
-    /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the lens
-    ///   axis, to L; 0 below zoom 2.
-    /// - table: pan 0 to 360, anticlockwise on the fisheye picture from its bottom; tilt from -L to
-    ///   0, the lens axis; 0 below zoom 2.
-    ///
-    /// While zooming out by a difference, from zoom 5 down to 2, tilt and the wall's pan also glide
-    /// towards 0.
+    /// A negative zoom difference that leads a virtual camera to a zoom between 5 and 2 also pulls
+    /// tilt, and on a wall pan, towards 0, the more the nearer to 2.
     virtual ResultCode SetRelativePTZ(float pan, float tilt, float zoom) = 0;
 
     /// Gives the stored pan, tilt and zoom. `kResultNullPointer`: any pointer is null.
@@ -215,7 +227,8 @@ public:
     /// Converts the picture that now lies in the input buffer into the output buffer, on this
     /// thread. `frameTag` is the client's own and is not looked at. `kResultNullPointer`: a frame
     /// is not set. `kResultNotReady`: no scene serves this mount and view. A virtual camera needs
-    /// a few kilobytes for the time of the call and throws `std::bad_alloc` when they cannot be had.
+    /// 12 bytes for each pixel of an output row or 4 for each input row, for the time of the call, and
+    /// throws `std::bad_alloc` when they cannot be had; so do setters that convert a frame at once.
     /// Pixels that show nothing of the lens are zero bytes.
     virtual ResultCode Process(unsigned long long frameTag) = 0;
 
@@ -226,15 +239,17 @@ public:
     virtual ResultCode FreeSnapshotMemory(unsigned char* block) = 0;
 
     /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
-    /// point of the input picture. `x` and `y` are fractions of the frame from its top left. On a
-    /// ceiling and a table the view then has the point in its middle; on a wall both angles run
-    /// evenly across the lens, which is right along its two axes and rough elsewhere. Points
-    /// outside the lens give angles that `SetAbsolutePTZ` will limit; a mount number without a
-    /// meaning gives 0 and 0. Always `kResultOk`. Changes nothing. No lock.
+    /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
+    /// the frame from its top left. On a ceiling and a table the view then has the point in its
+    /// middle; on a wall both angles run evenly across the lens, which is right along its two axes
+    /// and up to 15 degrees off towards its corners. Points near the rim or outside the lens give
+    /// angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a radius of 0 NaN or infinity, a mount
+    /// number without a meaning 0 and 0. Always `kResultOk`. Changes nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
 
     /// The same, and the zoom, 1 to 10, whose view is `fieldOfView` radians high: pi / 2 is zoom 2.
-    /// Wider ones give zooms from 2 evenly down to 1 for pi.
+    /// Wider ones give zooms from 2 evenly down to 1 for pi and beyond; 10 degrees and less are 10.
+    /// NaN and a mount number without a meaning give 1.
     virtual ResultCode CvtXYToVCamPanTiltZoom(float x, float y, float fieldOfView, float& pan,
                                               float& tilt, float& zoom) = 0;
 };

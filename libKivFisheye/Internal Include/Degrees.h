@@ -3,6 +3,8 @@
 
 #include <cmath>
 
+constexpr float kDegreesToRadians = 0.0174532924F;
+
 /// The same direction from 0 up to 360. A tiny negative angle rounds to 360 itself; NaN and
 /// infinity give NaN.
 inline float WrapDegrees(float angle) {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 
+#include "Degrees.h"
 #include "FrameLimits.h"
 #include "MemoryUtils.h"
 #include "OutputRows.h"

@@ -7,7 +7,6 @@
 
 namespace ring {
 
-constexpr float kDegreesToRadians = 0.0174532924F;
 constexpr float kFullTurn = 6.28318548F;
 
 /// A value at the first and at the last of evenly spaced rows or columns.

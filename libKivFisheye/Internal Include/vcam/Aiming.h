@@ -5,6 +5,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "Degrees.h"
 #include "vcam/VCamMounts.h"
 
 // What the mounts' matrices and point conversions share.
@@ -14,7 +15,7 @@ namespace vcam {
 /// The sine and the cosine of an angle in degrees, in single precision.
 struct Turn {
     explicit Turn(float degrees) {
-        const float angle = degrees * 0.017453292F;
+        const float angle = degrees * kDegreesToRadians;
         sine = std::sin(angle);
         cosine = std::cos(angle);
     }

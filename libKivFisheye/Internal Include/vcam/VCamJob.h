@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "Degrees.h"
 #include "FrameLimits.h"
 
 namespace vcam {
@@ -37,6 +38,11 @@ struct VCamJob {
     int PixelsInsideTarget(int y, int bytesPerPixel) const {
         return PixelsInsideFrame(targetWidth, targetHeight, targetStride, y, bytesPerPixel);
     }
+    /// The same for the row with most room. The record of another pixel size may have less of it
+    /// than the width says.
+    int PixelsInsideWidestRow(int bytesPerPixel) const {
+        return PixelsInsideTarget(0, bytesPerPixel);
+    }
 };
 
 /// The signature of the kernels.
@@ -46,21 +52,10 @@ using ConvertFunction = void(int sourceWidth, int sourceHeight, int sourceStride
                              const float (&matrix)[16], int targetWidth, int targetHeight,
                              int targetStride, unsigned char* target);
 
-/// The kernel that makes a job of its arguments and hands it to `convert`.
-template <void (&convert)(const VCamJob&)>
-void ConvertJob(int sourceWidth, int sourceHeight, int sourceStride, const unsigned char* source,
-                float radiusX, float radiusY, float eyeZ, float fieldOfView, float aspect,
-                float nearPlane, const float (&matrix)[16], int targetWidth, int targetHeight,
-                int targetStride, unsigned char* target) {
-    convert({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ, fieldOfView,
-             aspect, nearPlane, matrix, targetWidth, targetHeight, targetStride, target});
-}
-
 /// The rectangle that the eye looks through. The steps lead from one pixel to the next and from one
 /// row to the next; a side of one pixel has none.
 struct ViewRectangle {
     explicit ViewRectangle(const VCamJob& job) {
-        constexpr float kDegreesToRadians = 0.017453292F;
         const float halfAngle = job.fieldOfView * 0.5F * kDegreesToRadians;
         top = static_cast<float>(double{job.nearPlane} * std::tan(double{halfAngle}));
         right = top * job.aspect;
