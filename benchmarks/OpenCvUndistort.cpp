@@ -11,13 +11,12 @@ class Undistort : public ViewDrawer {
 public:
     explicit Undistort(ViewJob& job) : m_frames(job) {
         const double centre = (job.side - 1) / 2.0;
-        const double pixelsPerRadian =
-            2.0 * ViewJob::kRadius * (job.side - 1) * (1.0 + job.move.eyeZ) / CV_PI;
+        const double pixelsPerRadian = job.PixelsPerRadian();
         m_lens = {pixelsPerRadian, 0.0, centre, 0.0, pixelsPerRadian, centre, 0.0, 0.0, 1.0};
 
         const double centreX = (job.dstWidth - 1) / 2.0;
         const double centreY = (job.dstHeight - 1) / 2.0;
-        const double top = std::tan(ViewJob::kFieldOfView * CV_PI / 360.0);
+        const double top = job.HalfHeight();
         m_view = {
             centreX / top / job.Aspect(), 0.0, centreX, 0.0, centreY / top, centreY, 0.0, 0.0, 1.0};
     }

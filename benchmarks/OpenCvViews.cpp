@@ -61,7 +61,7 @@ public:
           m_mapX(Strip(job)),
           m_mapY(Strip(job)),
           m_centre(Strip(job, Centre(job))) {
-        const double top = std::tan(ViewJob::kFieldOfView * CV_PI / 360.0);
+        const double top = job.HalfHeight();
         m_perRow = 2.0 * top / (job.dstHeight - 1);
         const double perColumn = 2.0 * top * job.Aspect() / (job.dstWidth - 1);
         for (int row = 0; row < kStripRows; ++row) {
@@ -79,15 +79,13 @@ public:
         m_right.Begin(m_viewX, m_viewY, m[0], m[4], m[8]);
         m_down.Begin(m_viewX, m_viewY, -m[1], -m[5], -m[9]);
         m_depth.Begin(m_viewX, m_viewY, -m[2], -m[6], -m[10]);
-        const double pixelsPerRadian =
-            2.0 * ViewJob::kRadius * (m_job.side - 1) * (1.0 + m_job.move.eyeZ) / CV_PI;
         for (int row = 0; row < m_job.dstHeight; row += kStripRows) {
             const double drop = m_perRow * row;
             const cv::Mat& right = m_right.At(drop);
             const cv::Mat& down = m_down.At(drop);
             cv::magnitude(right, down, m_distance);
             cv::phase(m_depth.At(drop), m_distance, m_scale);
-            cv::divide(m_scale, m_distance, m_scale, pixelsPerRadian);
+            cv::divide(m_scale, m_distance, m_scale, m_job.PixelsPerRadian());
             // With arrays, as adding a number takes OpenCV longer.
             cv::multiply(right, m_scale, m_mapX);
             cv::add(m_mapX, m_centre, m_mapX);

@@ -81,15 +81,14 @@ private:
         m_source = Make("buffer", frames.str());
 
         // The view's width follows from its height; angles on the lens count (1 + eye) times.
-        const double halfHeight = Radians(ViewJob::kFieldOfView) / 2.0;
-        const double halfWidth = std::atan(std::tan(halfHeight) * m_job.Aspect());
+        const double halfWidth =
+            std::atan(m_job.HalfHeight() * m_job.Aspect()) / std::acos(-1.0) * 180.0;
         const double lens = 180.0 / (1.0 + m_job.move.eyeZ);
         std::ostringstream options;
         options << "input=fisheye:output=flat:interp=near:reset_rot=1:rorder=rpy"
-                << ":ih_fov=" << lens << ":iv_fov=" << lens
-                << ":h_fov=" << 2.0 * halfWidth / Radians(1.0) << ":v_fov=" << ViewJob::kFieldOfView
-                << ":w=" << m_job.dstWidth << ":h=" << m_job.dstHeight
-                << ":pitch=" << m_job.move.viewOfFrame(0).tilt;
+                << ":ih_fov=" << lens << ":iv_fov=" << lens << ":h_fov=" << 2.0 * halfWidth
+                << ":v_fov=" << ViewJob::kFieldOfView << ":w=" << m_job.dstWidth
+                << ":h=" << m_job.dstHeight << ":pitch=" << m_job.move.viewOfFrame(0).tilt;
         AVFilterContext* const filter = Make("v360", options.str());
         m_sink = Make("buffersink", "");
         Require(avfilter_link(m_source, 0, filter, 0) >= 0 &&
@@ -120,8 +119,6 @@ private:
             }
         }
     }
-
-    static double Radians(double degrees) { return degrees / 180.0 * std::acos(-1.0); }
 
     ViewJob& m_job;
     std::unique_ptr<AVFilterGraph, FreeGraph> m_graph;

@@ -8,6 +8,7 @@
 
 namespace {
 
+constexpr double kPi = 3.14159265358979323846;
 constexpr float kTilt = 30.0F;
 
 float WholeTurns(int degrees) {
@@ -69,10 +70,18 @@ ViewJob::ViewJob(const Move& howItMoves, int sideInPixels, int width, int height
     }
 }
 
+double ViewJob::HalfHeight() const {
+    return std::tan(double{kFieldOfView} / 360.0 * kPi);
+}
+
+double ViewJob::PixelsPerRadian() const {
+    const double diameter = 2.0 * double{kRadius} * (side - 1);
+    return (1.0 + double{move.eyeZ}) * diameter / kPi;
+}
+
 void CheckViews(const std::string& name, ViewJob& job, ViewDrawer& drawer) {
     constexpr double kShare = 0.999;
-    const double rim = (1.0 + double{job.move.eyeZ}) * double{ViewJob::kRadius} * job.side;
-    const double tolerance = 2.0 + drawer.AngleError() * rim * 2.0 / std::acos(-1.0);
+    const double tolerance = 2.0 + drawer.AngleError() * job.PixelsPerRadian();
     for (const int frame : {17, 140}) {
         const View view = job.move.viewOfFrame(frame);
         drawer.Draw(view);

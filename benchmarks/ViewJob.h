@@ -37,6 +37,10 @@ struct ViewJob {
     ViewJob(const Move& howItMoves, int sideInPixels, int width, int height, int bits);
 
     float Aspect() const { return static_cast<float>(dstWidth) / static_cast<float>(dstHeight); }
+    /// Half the view's height, one unit in front of the eye.
+    double HalfHeight() const;
+    /// How far apart on the source are rays that are one radian apart at the eye.
+    double PixelsPerRadian() const;
     std::size_t Pixels() const {
         return static_cast<std::size_t>(dstWidth) * static_cast<std::size_t>(dstHeight);
     }

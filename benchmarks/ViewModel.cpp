@@ -4,10 +4,8 @@
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-
 double Radians(double degrees) {
-    return degrees / 180.0 * kPi;
+    return degrees / 180.0 * std::acos(-1.0);
 }
 
 }  // namespace
@@ -17,9 +15,9 @@ double LensOffset::Radius() const {
 }
 
 LensOffset OffsetOfRay(const ViewJob& job, const View& view, int column, int row) {
-    const double top = std::tan(Radians(ViewJob::kFieldOfView) / 2.0);
-    const double rayX =
-        top * job.dstWidth / job.dstHeight * (2.0 * column / (job.dstWidth - 1) - 1.0);
+    const double top = job.HalfHeight();
+    const double right = top * job.dstWidth / job.dstHeight;
+    const double rayX = right * (2.0 * column / (job.dstWidth - 1) - 1.0);
     const double rayY = top * (1.0 - 2.0 * row / (job.dstHeight - 1));
 
     const double tilt = Radians(view.tilt);
@@ -29,10 +27,9 @@ LensOffset OffsetOfRay(const ViewJob& job, const View& view, int column, int row
     if (distance == 0.0) {
         return {0.0, 0.0};
     }
-    const double angle = (1.0 + double{job.move.eyeZ}) * std::atan2(distance, depth);
-    const double pixels = angle / kPi * 2.0 * double{ViewJob::kRadius} * (job.side - 1) / distance;
+    const double scale = job.PixelsPerRadian() * std::atan2(distance, depth) / distance;
 
     const double pan = Radians(view.pan);
-    return {pixels * (rayX * std::cos(pan) - tiltedY * std::sin(pan)),
-            -pixels * (rayX * std::sin(pan) + tiltedY * std::cos(pan))};
+    return {scale * (rayX * std::cos(pan) - tiltedY * std::sin(pan)),
+            -scale * (rayX * std::sin(pan) + tiltedY * std::cos(pan))};
 }
