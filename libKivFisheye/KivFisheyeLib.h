@@ -241,8 +241,8 @@ public:
     /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
     /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
     /// the frame from its top left. On a ceiling and a table the view then has the point in its
-    /// middle; on a wall both angles run evenly across the lens, which is right along its two axes
-    /// and up to 15 degrees off towards its corners. Points near the rim or outside the lens give
+    /// middle; on a wall both angles run evenly across the lens, which is right along its two axes;
+    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near the rim or outside the lens give
     /// angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a radius of 0 NaN or infinity, a mount
     /// number without a meaning 0 and 0. Always `kResultOk`. Changes nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;

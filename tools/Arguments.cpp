@@ -23,6 +23,20 @@ CLI::Validator NumberIn(double low, double high) {
     return {check, range.str()};
 }
 
+CLI::Validator WholeNumberIn(std::uint32_t low, std::uint32_t high) {
+    const std::string range = "from " + std::to_string(low) + " to " + std::to_string(high);
+    const auto check = [low, high, range](std::string& text) {
+        const auto number = WholeNumberOf(text);
+        if (!number || *number < low || *number > high) {
+            return "'" + text + "' is not a whole number " + range;
+        }
+        // The parser would take a leading 0 for the mark of an octal number.
+        text = std::to_string(*number);
+        return std::string();
+    };
+    return {check, range};
+}
+
 CLI::Validator FiniteNumber() {
     const auto check = [](std::string& text) {
         const auto number = NumberOf(text);
@@ -71,21 +85,16 @@ CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& de
 }
 
 void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
-    command
-        ->add_option("--radius-x", lens->radiusX,
-                     "Horizontal semi-axis of the lens image, of the width")
-        ->check(NumberIn(0.0, 1.0));
-    command
-        ->add_option("--radius-y", lens->radiusY,
-                     "Vertical semi-axis of the lens image, of the height")
-        ->check(NumberIn(0.0, 1.0));
+    command->add_option("--radius-x", lens->radiusX, kRadiusXHelp)->check(NumberIn(0.0, 1.0));
+    command->add_option("--radius-y", lens->radiusY, kRadiusYHelp)->check(NumberIn(0.0, 1.0));
     command
         ->add_option("--wall-view-angle", lens->wallViewAngle,
-                     "Wall panorama: reach above and below the horizon, in degrees")
+                     "Wall panoramas alone: reach above and below the horizon, in degrees")
         ->check(NumberIn(10.0, 90.0));
     command
-        ->add_option("--inner-radius", lens->innerRadiusRatio,
-                     "Ceiling and table panoramas: part of the radius left out around the centre")
+        ->add_option(
+            "--inner-radius", lens->innerRadiusRatio,
+            "Ceiling and table panoramas alone: part of the radius left out around the centre")
         ->check(NumberIn(0.0, 0.8));
 }
 

@@ -14,8 +14,6 @@ namespace KivFisheyeTools {
 
 namespace {
 
-constexpr float kWidestZoomThatTilts = 2.0F;
-
 struct DewarpArguments {
     std::string input;
     std::string output;
@@ -59,7 +57,7 @@ Angles AskedAngles(const DewarpArguments& arguments, const Flattener& flattener)
     }
     const std::vector<double> point = NumbersOfText(arguments.aim);
     const float zoom = arguments.fieldOfView ? flattener.ZoomFor(*arguments.fieldOfView)
-                                             : arguments.zoom.value_or(kWidestZoomThatTilts);
+                                             : arguments.zoom.value_or(kWidestZoomThatTurns);
     return flattener.AimedAt(static_cast<float>(point.at(0)), static_cast<float>(point.at(1)),
                              zoom);
 }
@@ -68,8 +66,7 @@ void Turn(const DewarpArguments& arguments, const Flattener& flattener, Progress
     const Angles asked = AskedAngles(arguments, flattener);
     const Angles taken = flattener.Turn(asked);
     if (!IsSameView(asked, taken)) {
-        progress->Say("the view is limited to " + WordsFor(taken) + " instead of " +
-                      WordsFor(asked));
+        progress->Say("the view " + WordsForLimit(asked, taken));
     }
 }
 
@@ -118,22 +115,24 @@ void Dewarp(const DewarpArguments& arguments) {
 void AddAngleOptions(CLI::App* command, DewarpArguments* arguments) {
     CLI::Option* pan = command->add_option(
         "--pan", arguments->pan,
-        "Degrees. Panoramas: turn to the right, clockwise seen from above. Virtual camera: "
-        "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
-        "bottom and runs anticlockwise, wall -90 to 90 with the right positive");
+        "Degrees. Panoramas: turn to the right, clockwise seen from above; 0 has the lens's right "
+        "at the left edge. Virtual camera: ceiling 0 looks to the picture's top and runs clockwise "
+        "on it, table 0 looks to its bottom and runs anticlockwise, wall -90 to 90 with the right "
+        "positive");
     CLI::Option* tilt = command->add_option(
         "--tilt", arguments->tilt,
         "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Ceiling 0 to 90, table "
-        "-90 "
-        "to 0, wall -90 to 90 with up positive; the view stays inside the lens image");
+        "-90 to 0, wall -90 to 90 with up positive; the view stays inside the lens image");
     CLI::Option* zoom = command->add_option(
         "--zoom", arguments->zoom,
         "Virtual camera: 1 shows all the lens sees, 2 shows 90 degrees, each step more 10 degrees "
         "less");
     CLI::Option* aim = command->add_option(
         "--aim", arguments->aim,
-        "Virtual camera: the point of the input to look at, as fractions of "
-        "its width and height from the top left; the zoom is then 2 by default");
+        "Virtual camera: the point of the input to look at, as fractions of its width and height "
+        "from the top left; the zoom is then 2 by default. On a wall it is exact along the lens's "
+        "two axes; towards its corners it is up to 4 degrees off halfway to the rim, and 25 at the "
+        "rim");
     CLI::Option* fieldOfView = command->add_option(
         "--fov", arguments->fieldOfView,
         "Virtual camera: the zoom, as the degrees that the view's height shows");

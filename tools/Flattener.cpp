@@ -26,14 +26,14 @@ Camera PreparedCamera(const ViewArguments& arguments, Picture* input) {
     return camera;
 }
 
-Size OutputSize(const Camera& camera, const std::string& sizeText, OutputKind output) {
-    if (!sizeText.empty()) {
-        return SizeOfText(sizeText).value();
+Size OutputSize(const Camera& camera, const ViewArguments& arguments, OutputKind output) {
+    if (!arguments.size.empty()) {
+        return SizeOfText(arguments.size).value();
     }
     Size size{0, 0};
     Expect(camera->GetRecommendOutputVideoSize(&size.width, &size.height),
            "the library recommends no output size for this picture");
-    if (size.width == 0 || size.height == 0) {
+    if (!HasExtent(arguments.lens) || size.width == 0 || size.height == 0) {
         throw Failure("the lens image is too small for any output size; give one with --size");
     }
     size.height += output == OutputKind::Video ? size.height % 2 : 0;
@@ -44,13 +44,13 @@ Picture PictureOfSize(const Size& size, std::uint32_t bytesPerPixel) {
     return {size.width, size.height, bytesPerPixel};
 }
 
-}  // namespace
-
 std::string WordsFor(const Angles& angles) {
     std::ostringstream words;
     words << "pan " << angles.pan << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
     return words.str();
 }
+
+}  // namespace
 
 bool IsSameView(const Angles& asked, const Angles& taken) {
     constexpr double kTolerance = 1e-3;
@@ -60,10 +60,18 @@ bool IsSameView(const Angles& asked, const Angles& taken) {
            isNear(double{asked.zoom} - double{taken.zoom});
 }
 
+std::string WordsForLimit(const Angles& asked, const Angles& taken) {
+    const std::string cure = taken.zoom < kWidestZoomThatTurns
+                                 ? "; it looks away from the lens's axis only at a zoom of 2 or "
+                                   "more, which shows at most 90 degrees"
+                                 : "";
+    return "is limited to " + WordsFor(taken) + " instead of " + WordsFor(asked) + cure;
+}
+
 Flattener::Flattener(const ViewArguments& arguments, const Size& input, OutputKind output)
     : m_input(PictureOfSize(input, arguments.format == "rgb24" ? 3 : 4)),
       m_camera(PreparedCamera(arguments, &m_input)),
-      m_output(PictureOfSize(OutputSize(m_camera, arguments.size, output), m_input.bytesPerPixel)) {
+      m_output(PictureOfSize(OutputSize(m_camera, arguments, output), m_input.bytesPerPixel)) {
     Expect(m_camera->SetOutputVideoParams(FrameOf(&m_output)),
            "the library refuses the output size");
 }

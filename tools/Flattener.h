@@ -14,11 +14,15 @@ struct Angles {
     float zoom;
 };
 
-/// Words such as "pan 10, tilt 20 and zoom 3".
-std::string WordsFor(const Angles& angles);
+/// With less zoom than this a view does not leave the lens's axis.
+constexpr float kWidestZoomThatTurns = 2.0F;
 
 /// Whether the library took the angles as they were asked for. Whole turns make no difference.
 bool IsSameView(const Angles& asked, const Angles& taken);
+
+/// Words such as "is limited to pan 10, tilt 50 and zoom 3 instead of pan 10, tilt 80 and zoom 3", and
+/// what would help when the zoom is too small for the view to turn.
+std::string WordsForLimit(const Angles& asked, const Angles& taken);
 
 /// A camera context with its two pictures, which stay where they are: they are set once, so that no
 /// frame of a video costs more than its conversion.

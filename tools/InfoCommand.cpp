@@ -1,5 +1,6 @@
 #include <KivFisheyeVersion.h>
 
+#include <algorithm>
 #include <array>
 #include <iomanip>
 #include <iostream>
@@ -18,6 +19,7 @@ namespace {
 struct InfoArguments {
     std::string input;
     KivFisheyeLib::DewarpParams lens = kUsualLens;
+    bool hasRadii = false;
 };
 
 constexpr const char* kNotYet = "not available yet";
@@ -66,12 +68,24 @@ void PrintView(Picture* input, const KivFisheyeLib::DewarpParams& lens,
             camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
             throw Failure("the library recommends no output size for this picture");
         }
-        const bool isSize = width > 0 && height > 0;
+        const bool isSize = HasExtent(lens) && width > 0 && height > 0;
         sizeText = isSize ? std::to_string(width) + "x" + std::to_string(height) : "none";
         ratioText = isSize ? WordsFor(ratio) : "-";
     }
     PrintRow(NameOf(mount), NameOf(view), sizeText, ratioText,
              CanShow(mount, view) ? "available" : kNotYet);
+}
+
+/// Tells the radius of a round lens, when the usual radii make it an ellipse.
+void PrintRadiusHint(const Picture& input) {
+    const bool isWide = input.width > input.height;
+    const double longer = std::max(input.width, input.height);
+    const double shorter = std::min(input.width, input.height);
+    if (shorter < longer) {
+        std::cout << "\nA round lens as " << (isWide ? "high" : "wide") << " as this picture needs "
+                  << (isWide ? "--radius-x " : "--radius-y ") << 0.5 * shorter / longer
+                  << " here and in the other commands.\n";
+    }
 }
 
 void PrintInfo(const InfoArguments& arguments) {
@@ -94,6 +108,9 @@ void PrintInfo(const InfoArguments& arguments) {
             }
         }
     }
+    if (!arguments.hasRadii) {
+        PrintRadiusHint(input);
+    }
 }
 
 }  // namespace
@@ -105,7 +122,10 @@ void AddInfoCommand(CLI::App* app) {
     command->option_defaults()->always_capture_default();
     command->add_option("INPUT", arguments->input, "A fisheye picture");
     AddLensOptions(command, &arguments->lens);
-    command->callback([arguments] { PrintInfo(*arguments); });
+    command->callback([arguments, command] {
+        arguments->hasRadii = command->count("--radius-x") + command->count("--radius-y") > 0;
+        PrintInfo(*arguments);
+    });
 }
 
 }  // namespace KivFisheyeTools

@@ -21,11 +21,19 @@ std::optional<Number> WholeTextAs(const std::string& text) {
     return number;
 }
 
+std::string WithoutPlus(const std::string& text) {
+    const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
+    return hasPlus ? text.substr(1) : text;
+}
+
 }  // namespace
 
 std::optional<double> NumberOf(const std::string& text) {
-    const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
-    return WholeTextAs<double>(hasPlus ? text.substr(1) : text);
+    return WholeTextAs<double>(WithoutPlus(text));
+}
+
+std::optional<std::uint32_t> WholeNumberOf(const std::string& text) {
+    return WholeTextAs<std::uint32_t>(WithoutPlus(text));
 }
 
 bool IsFinite(double number) {

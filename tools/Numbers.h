@@ -17,6 +17,9 @@ struct Size {
 /// Reads a number that may begin with a plus.
 std::optional<double> NumberOf(const std::string& text);
 
+/// Reads a whole number of decimal digits, which may begin with a plus.
+std::optional<std::uint32_t> WholeNumberOf(const std::string& text);
+
 /// Whether a float can hold the number.
 bool IsFinite(double number);
 

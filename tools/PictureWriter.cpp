@@ -16,10 +16,12 @@ AVCodecID CodecOfEnding(const std::string& path) {
     return ending == ".jpg" || ending == ".jpeg" ? AV_CODEC_ID_MJPEG : AV_CODEC_ID_NONE;
 }
 
-AvOwner<AVCodecContext> OpenEncoder(AVCodecID codecId, const Picture& picture) {
+AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& picture) {
+    const std::string sentence = "cannot write " + path + ": ";
+    const AVCodecID codecId = CodecOfEnding(path);
     const AVCodec* codec = avcodec_find_encoder(codecId);
     if (codec == nullptr) {
-        throw Failure("FFmpeg has no encoder for this kind of picture");
+        throw Failure(sentence + "FFmpeg has no encoder for this kind of picture");
     }
     AvOwner<AVCodecContext> encoder = OwnAllocated(avcodec_alloc_context3(codec));
     encoder->width = static_cast<int>(picture.width);
@@ -32,13 +34,15 @@ AvOwner<AVCodecContext> OpenEncoder(AVCodecID codecId, const Picture& picture) {
         encoder->flags |= AV_CODEC_FLAG_QSCALE;
         encoder->global_quality = kJpegQuantizer * FF_QP2LAMBDA;
     }
-    CheckAv(avcodec_open2(encoder.get(), codec, nullptr), "the encoder refuses the picture");
+    CheckAv(avcodec_open2(encoder.get(), codec, nullptr),
+            sentence + "the encoder refuses a picture of " + std::to_string(picture.width) + "x" +
+                std::to_string(picture.height));
     return encoder;
 }
 
-AvOwner<AVPacket> EncodedPicture(AVCodecID codecId, const Picture& picture) {
-    const std::string sentence = "the picture cannot be encoded";
-    const AvOwner<AVCodecContext> encoder = OpenEncoder(codecId, picture);
+AvOwner<AVPacket> EncodedPicture(const std::string& path, const Picture& picture) {
+    const std::string sentence = "cannot write " + path + ": the picture cannot be encoded";
+    const AvOwner<AVCodecContext> encoder = OpenEncoder(path, picture);
     const AvOwner<AVFrame> rgb =
         NewFrame(PixelFormatOf(picture.bytesPerPixel), picture.width, picture.height);
     CopyPixels(picture, rgb.get());
@@ -70,7 +74,7 @@ void WritePicture(const std::string& path, const Picture& picture) {
     SilenceAv();
     CheckPictureEnding(path);
     OutputFile file(path);
-    const AvOwner<AVPacket> packet = EncodedPicture(CodecOfEnding(path), picture);
+    const AvOwner<AVPacket> packet = EncodedPicture(path, picture);
     file.Write(packet->data, static_cast<std::size_t>(packet->size));
     file.MoveToTarget();
 }

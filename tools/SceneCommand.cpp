@@ -43,13 +43,9 @@ void AddSceneCommand(CLI::App* app) {
     command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")->required();
     AddMount(command, &arguments->mount);
     AddSize(command, &arguments->size, "Size of the picture");
-    command
-        ->add_option("--radius-x", arguments->radiusX,
-                     "Horizontal semi-axis of the lens image, of the width")
+    command->add_option("--radius-x", arguments->radiusX, kRadiusXHelp)
         ->check(NumberIn(kSmallestRadius, 1.0));
-    command
-        ->add_option("--radius-y", arguments->radiusY,
-                     "Vertical semi-axis of the lens image, of the height")
+    command->add_option("--radius-y", arguments->radiusY, kRadiusYHelp)
         ->check(NumberIn(kSmallestRadius, 1.0));
     command->callback([arguments] { RenderScene(*arguments); });
 }

@@ -68,9 +68,9 @@ void AddSheetCommand(CLI::App* app) {
     command->add_option("-o,--output", arguments->output, "The PNG or JPEG file to write")
         ->required();
     command->add_option("--columns", arguments->columns, "Pictures in a row; a square by default")
-        ->check(NumberIn(1, 1000));
+        ->transform(WholeNumberIn(1, 1000));
     command->add_option("--width", arguments->width, "Width of the sheet")
-        ->check(NumberIn(64, kMaximumSide))
+        ->transform(WholeNumberIn(64, kMaximumSide))
         ->capture_default_str();
     command->add_option("--captions", arguments->captions,
                         "Captions with commas between them; the files' names by default");

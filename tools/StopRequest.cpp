@@ -17,17 +17,34 @@ void Listen(int signal, struct sigaction* old) {
     sigaction(signal, &action, old);
 }
 
+std::string CauseOf(int signal) {
+    switch (signal) {
+        case SIGINT:
+            return "interrupted";
+        case SIGHUP:
+            return "hung up";
+        default:
+            return "terminated";
+    }
+}
+
 }  // namespace
 
 StopRequest::StopRequest() {
     signalSeen = 0;
     Listen(SIGINT, &m_oldInterrupt);
     Listen(SIGTERM, &m_oldTermination);
+    sigaction(SIGHUP, nullptr, &m_oldHangup);
+    // Under nohup the program outlives its terminal.
+    if (m_oldHangup.sa_handler != SIG_IGN) {
+        Listen(SIGHUP, &m_oldHangup);
+    }
 }
 
 StopRequest::~StopRequest() {
     sigaction(SIGINT, &m_oldInterrupt, nullptr);
     sigaction(SIGTERM, &m_oldTermination, nullptr);
+    sigaction(SIGHUP, &m_oldHangup, nullptr);
 }
 
 int StopRequest::Signal() {
@@ -39,7 +56,7 @@ void CheckStopped(std::uint64_t count, const std::string& noun, const std::strin
     if (signal == 0) {
         return;
     }
-    const std::string cause = signal == SIGINT ? "interrupted" : "terminated";
+    const std::string cause = CauseOf(signal);
     if (count == 0) {
         throw Stopped(signal, cause + " before the first " + noun + " was written");
     }

@@ -9,7 +9,7 @@
 
 namespace KivFisheyeTools {
 
-/// While it lives, Ctrl-C and SIGTERM do not end the program but ask it to come to an end.
+/// While it lives, Ctrl-C, SIGTERM and SIGHUP do not end the program but ask it to come to an end.
 class StopRequest {
 public:
     StopRequest();
@@ -23,6 +23,7 @@ public:
 private:
     struct sigaction m_oldInterrupt {};
     struct sigaction m_oldTermination {};
+    struct sigaction m_oldHangup {};
 };
 
 /// The work was ended by a signal; the message says what there is of it.

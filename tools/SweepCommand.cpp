@@ -1,11 +1,13 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include "Arguments.h"
 #include "Commands.h"
 #include "Failure.h"
 #include "Flattener.h"
+#include "OutputFile.h"
 #include "Progress.h"
 #include "StopRequest.h"
 #include "VideoReader.h"
@@ -55,7 +57,38 @@ void CheckZoom(const std::string& option, const std::string& text) {
     }
 }
 
+/// Refuses names that a user would hardly give to a folder.
+void CheckFolderName(const std::string& path) {
+    static const std::set<std::string> endings = {
+        ".png", ".jpg", ".jpeg", ".bmp", ".gif", ".tif",  ".tiff", ".webp", ".mp4",
+        ".m4v", ".mov", ".avi",  ".mkv", ".ts",  ".webm", ".mpg",  ".mpeg", ".wmv"};
+    // With a letter before it, a name that is nothing but an ending has one.
+    if (endings.count(EndingOf("a" + fs::path(path).filename().string())) > 0) {
+        throw UsageError("cannot write " + path +
+                         ": it needs the name of a folder or a name with the ending .mp4");
+    }
+}
+
+/// Refuses a folder with numbered pictures that would stay among those of this sweep.
+void CheckOtherPictures(const std::string& folder, const std::set<std::string>& names) {
+    std::set<std::string> others;
+    std::error_code ignored;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder, ignored)) {
+        const std::string name = entry.path().filename().string();
+        const bool isNumber =
+            entry.path().stem().string().find_first_not_of("0123456789") == std::string::npos;
+        if (isNumber && EndingOf(name) == ".png" && names.count(name) == 0) {
+            others.insert(name);
+        }
+    }
+    if (!others.empty()) {
+        throw UsageError(folder + " holds pictures of another sweep, such as " + *others.begin() +
+                         ": remove them or name another folder");
+    }
+}
+
 void CheckFolder(const SweepArguments& arguments) {
+    CheckFolderName(arguments.output);
     std::error_code ignored;
     if (arguments.frameRate) {
         throw UsageError("--fps goes with a video, whose name ends with .mp4");
@@ -66,9 +99,13 @@ void CheckFolder(const SweepArguments& arguments) {
     if (!fs::is_directory(arguments.output, ignored)) {
         throw UsageError(arguments.output + " is neither a folder nor a name with the ending .mp4");
     }
+    std::set<std::string> names;
     for (std::uint32_t i = 0; i < arguments.frames; ++i) {
-        CheckIsNoInput(PicturePath(arguments, i), {arguments.input});
+        const fs::path picture = PicturePath(arguments, i);
+        CheckIsNoInput(picture.string(), {arguments.input});
+        names.insert(picture.filename().string());
     }
+    CheckOtherPictures(arguments.output, names);
 }
 
 void CheckUsage(const SweepArguments& arguments) {
@@ -96,8 +133,7 @@ class LimitedViews {
 public:
     void Note(std::uint32_t index, const Angles& asked, const Angles& taken) {
         if (!IsSameView(asked, taken) && ++m_count == 1) {
-            m_first = "number " + std::to_string(index + 1) + ", is limited to " + WordsFor(taken) +
-                      " instead of " + WordsFor(asked);
+            m_first = "number " + std::to_string(index + 1) + ", " + WordsForLimit(asked, taken);
         }
     }
 
@@ -190,8 +226,10 @@ void AddSweepCommand(CLI::App* app) {
                      "The fisheye picture, or a video, of which the first picture counts")
         ->required();
     command
-        ->add_option("OUTPUT", arguments->output,
-                     "The folder for the pictures 0001.png, 0002.png and so on, or an .mp4 file")
+        ->add_option(
+            "OUTPUT", arguments->output,
+            "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
+            "would stay, or an .mp4 file")
         ->required();
     command->add_option("--from", arguments->from, "Pan, tilt and zoom of the first view")
         ->required()
@@ -203,7 +241,7 @@ void AddSweepCommand(CLI::App* app) {
         ->type_name("P,T,Z");
     command->add_option("--frames", arguments->frames, "Number of views, with the first and last")
         ->required()
-        ->check(NumberIn(1, kMostFrames))
+        ->transform(WholeNumberIn(1, kMostFrames))
         ->default_str("");
     command->add_option("--fps", arguments->frameRate, "Video: views in a second; 25 by default")
         ->check(NumberIn(0.1, 1000.0));

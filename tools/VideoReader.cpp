@@ -13,11 +13,18 @@ namespace {
 constexpr AVRational kMicroseconds{1, AV_TIME_BASE};
 constexpr AVRational kUsualFrameRate{25, 1};
 
-AvOwner<AVFormatContext> OpenFormat(const FileSource& source, const std::string& sentence) {
+AvOwner<AVFormatContext> OpenFormat(const FileSource& source, const std::string& path) {
+    const std::string sentence = "cannot read " + path;
+    const AVInputFormat* kind = nullptr;
+    const int probed = av_probe_input_buffer(source.Io(), &kind, nullptr, nullptr, 0, 0);
+    if (probed == AVERROR_INVALIDDATA) {
+        throw Failure(path + " is not a picture or video");
+    }
+    CheckAv(probed, sentence);
     AVFormatContext* format = OwnAllocated(avformat_alloc_context()).release();
     format->pb = source.Io();
     // On failure FFmpeg frees the format itself.
-    CheckAv(avformat_open_input(&format, nullptr, nullptr, nullptr), sentence);
+    CheckAv(avformat_open_input(&format, nullptr, kind, nullptr), sentence);
     return AvOwner<AVFormatContext>(format);
 }
 
@@ -51,7 +58,7 @@ VideoReader::VideoReader(const std::string& path)
       m_frame(OwnAllocated(av_frame_alloc())) {
     SilenceAv();
     const std::string sentence = "cannot read " + m_path;
-    m_format = OpenFormat(m_source, sentence);
+    m_format = OpenFormat(m_source, m_path);
     m_isStill = IsStillFormat(*m_format->iformat);
     CheckAv(avformat_find_stream_info(m_format.get(), nullptr), sentence);
     OpenDecoder();

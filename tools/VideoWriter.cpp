@@ -6,6 +6,7 @@ extern "C" {
 
 #include <algorithm>
 #include <cerrno>
+#include <sstream>
 
 #include "FileSource.h"
 
@@ -24,6 +25,12 @@ AvOwner<AVFrame> NewVideoFrame(const Picture& pictures) {
     frame->colorspace = AVCOL_SPC_BT709;
     frame->color_range = AVCOL_RANGE_MPEG;
     return frame;
+}
+
+std::string WordsFor(AVRational number) {
+    std::ostringstream words;
+    words << av_q2d(number);
+    return words.str();
 }
 
 }  // namespace
@@ -63,7 +70,9 @@ void VideoWriter::OpenEncoder(const VideoShape& shape) {
     m_encoder->color_primaries = shape.primaries;
     m_encoder->color_trc = shape.transfer;
     m_encoder->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
-    const std::string sentence = "the H.264 encoder refuses the video";
+    const std::string sentence =
+        m_sentence + ": the H.264 encoder refuses frames of " + std::to_string(m_rgb->width) + "x" +
+        std::to_string(m_rgb->height) + " at " + WordsFor(shape.frameRate) + " a second";
     CheckAv(av_opt_set(m_encoder->priv_data, "preset", "veryfast", 0), sentence);
     CheckAv(av_opt_set(m_encoder->priv_data, "crf", "18", 0), sentence);
     CheckAv(avcodec_open2(m_encoder.get(), codec, nullptr), sentence);

@@ -33,6 +33,10 @@ void CheckSize(const Size& size, OutputKind output) {
 
 }  // namespace
 
+bool HasExtent(const KivFisheyeLib::DewarpParams& lens) {
+    return lens.radiusX > 0.0F && lens.radiusY > 0.0F;
+}
+
 void CheckView(const ViewArguments& arguments, OutputKind output) {
     const auto mount = MountOfName(arguments.mount);
     const auto view = ViewOfName(arguments.view);

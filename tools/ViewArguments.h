@@ -19,6 +19,9 @@ struct ViewArguments {
     KivFisheyeLib::DewarpParams lens = kUsualLens;
 };
 
+/// Whether the lens image is more than a line; otherwise no output size suits it.
+bool HasExtent(const KivFisheyeLib::DewarpParams& lens);
+
 /// What is made of the flattened pictures. The pixels of a video ask for an even height.
 enum class OutputKind { Picture, Video };
 

@@ -31,6 +31,13 @@ std::vector<std::string> DewarpVcam(const std::vector<std::string>& options) {
     return arguments;
 }
 
+/// A JPEG picture may be wider, but FFmpeg writes only 65500 columns.
+std::vector<std::string> DewarpTooWideForJpeg() {
+    std::vector<std::string> arguments = DewarpFiles("input.png", "output.jpg");
+    arguments.insert(arguments.end(), {"--size", "65528x8"});
+    return arguments;
+}
+
 std::vector<std::string> DewarpOddVideo() {
     std::vector<std::string> arguments = DewarpFiles("input.png", "output.mp4");
     arguments.insert(arguments.end(), {"--size", "64x33"});
@@ -104,7 +111,12 @@ const std::vector<ErrorCase> kErrorCases = {
      {"dewarp", "none.png", "o.png", "--mount", "table", "--view", "full", "--size", "16384x8192"},
      kFailure,
      "none.png"},
-    {"LensWithoutExtent", Dewarp({"--radius-x", "0", "--radius-y", "0"}), kFailure, "lens"},
+    {"LensWithoutExtent", Dewarp({"--radius-x", "0", "--radius-y", "0"}), kFailure,
+     "lens image is too small"},
+    {"LensWithoutWidth", Dewarp({"--radius-x", "0"}), kFailure, "lens image is too small"},
+    {"LensWithoutHeight", Dewarp({"--radius-y", "0"}), kFailure, "lens image is too small"},
+    {"JpegOfTooWide", DewarpTooWideForJpeg(), kFailure,
+     "cannot write output.jpg: the encoder refuses a picture of 65528x8"},
     {"UnknownEnding", DewarpFiles("input.png", "output.bmp"), kUsage, ".png, .jpg, .jpeg or .mp4"},
     {"NoEnding", DewarpFiles("input.png", "output"), kUsage, ".png, .jpg, .jpeg or .mp4"},
     {"NothingButAnEnding", DewarpFiles("input.png", ".mp4"), kUsage, ".png, .jpg, .jpeg or .mp4"},
@@ -123,8 +135,10 @@ const std::vector<ErrorCase> kErrorCases = {
     {"OutputIsEndlessLink", DewarpFiles("input.png", "endless.png"), kFailure, "endless.png"},
     {"MissingInput", DewarpFiles("missing.png", "output.png"), kFailure, "missing.png"},
     {"DirectoryAsInput", DewarpFiles("folder.png", "output.png"), kFailure, "directory"},
-    {"TextAsInput", DewarpFiles("text.png", "output.png"), kFailure, "text.png"},
-    {"EmptyInput", DewarpFiles("empty.png", "output.png"), kFailure, "empty.png"},
+    {"TextAsInput", DewarpFiles("text.png", "output.png"), kFailure,
+     "text.png is not a picture or video"},
+    {"EmptyInput", DewarpFiles("empty.png", "output.png"), kFailure,
+     "empty.png is not a picture or video"},
     {"CutOffPng", DewarpFiles("cut.png", "output.png"), kFailure, "cut.png"},
     {"CutOffJpeg", DewarpFiles("cut.jpg", "output.png"), kFailure, "cut.jpg"},
     {"MissingDirectory", DewarpFiles("input.png", "none/output.png"), kFailure, "none/output"},
@@ -156,6 +170,8 @@ const std::vector<ErrorCase> kErrorCases = {
      "replace the input input.png"},
     {"SheetOfMissing", Sheet({"input.png", "missing.png"}), kFailure, "missing.png"},
     {"SheetWithoutColumns", Sheet({"input.png", "--columns", "0"}), kUsage, "--columns"},
+    {"SheetOfHalfAColumn", Sheet({"input.png", "--columns", "1.5"}), kUsage,
+     "'1.5' is not a whole number from 1 to 1000"},
     {"SheetTooNarrow", Sheet({"input.png", "--columns", "90"}), kUsage, "too narrow"},
     {"SheetWithCaptionTooMany", Sheet({"input.png", "--captions", "a,b"}), kUsage, "captions"},
 };

@@ -34,8 +34,9 @@ std::vector<std::string> Lines(const std::string& text) {
 
 /// What the help says of an option, as far as the next one.
 std::string HelpOn(const std::string& option, const std::string& help) {
-    const std::size_t start = help.find(option + ' ');
-    return start == std::string::npos ? "" : help.substr(start, help.find("\n  -", start) - start);
+    const std::size_t start = help.find("\n  " + option + ' ');
+    return start == std::string::npos ? ""
+                                      : help.substr(start, help.find("\n  -", start + 1) - start);
 }
 
 /// The words of the line that `info` prints about a mount and view.
@@ -92,8 +93,13 @@ TEST(Help, SaysWhatAnOptionActsOn) {
           std::pair("--pan", "table 0 looks to its bottom and runs anticlockwise"),
           std::pair("--pan", "wall -90 to 90 with the right positive"),
           std::pair("--tilt", "Ceiling 0 to 90, table -90 to 0"),
-          std::pair("--wall-view-angle", "Wall panorama:"),
-          std::pair("--inner-radius", "Ceiling and table panoramas:"),
+          std::pair("--wall-view-angle", "Wall panoramas alone:"),
+          std::pair("--inner-radius", "Ceiling and table panoramas alone:"),
+          std::pair("--radius-x", "0.5 * height / width"),
+          std::pair("--radius-y", "0.5 * width / height"),
+          std::pair("--aim",
+                    "towards its corners it is up to 4 degrees off halfway to the rim, and 25 at "
+                    "the rim"),
           std::pair("--pan", "clockwise seen from above")}) {
         EXPECT_NE(HelpOn(option, help).find(words), std::string::npos) << option << " in " << help;
     }
@@ -175,12 +181,34 @@ TEST(Info, RecommendsWhatSuitsTheLens) {
 TEST(Info, RecommendsNothingForALensWithoutExtent) {
     const TemporaryFolder folder;
     WritePlain(folder, "input.png", 640, 480, 90);
-    const ToolRun run =
-        RunTool(folder, {"info", "input.png", "--radius-x", "0", "--radius-y", "0"});
-    EXPECT_EQ(run.status, 0) << run.errors;
-    const std::vector<std::string> words = InfoOn("table", "full", run.output);
-    EXPECT_EQ(words[2], "none") << run.output;
-    EXPECT_EQ(words[3], "-") << run.output;
+    for (const auto& [radiusX, radiusY] :
+         {std::pair("0", "0"), std::pair("0", "0.5"), std::pair("0.5", "0")}) {
+        const ToolRun run =
+            RunTool(folder, {"info", "input.png", "--radius-x", radiusX, "--radius-y", radiusY});
+        EXPECT_EQ(run.status, 0) << run.errors;
+        const std::vector<std::string> words = InfoOn("table", "full", run.output);
+        EXPECT_EQ(words[2], "none") << run.output;
+        EXPECT_EQ(words[3], "-") << run.output;
+    }
+}
+
+TEST(Info, TellsTheRadiusOfARoundLensInALongPicture) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "wide.png", 640, 480, 90);
+    WritePlain(folder, "high.png", 90, 160, 90);
+    WritePlain(folder, "square.png", 64, 64, 90);
+    const auto infoOn = [&](const std::vector<std::string>& words) {
+        std::vector<std::string> arguments = {"info"};
+        arguments.insert(arguments.end(), words.begin(), words.end());
+        return RunTool(folder, arguments).output;
+    };
+    EXPECT_NE(infoOn({"wide.png"}).find("as high as this picture needs --radius-x 0.375 "),
+              std::string::npos);
+    EXPECT_NE(infoOn({"high.png"}).find("as wide as this picture needs --radius-y 0.28125 "),
+              std::string::npos);
+    EXPECT_EQ(infoOn({"square.png"}).find("radius"), std::string::npos);
+    EXPECT_EQ(infoOn({"wide.png", "--radius-x", "0.5"}).find("radius"), std::string::npos);
+    EXPECT_EQ(infoOn({"wide.png", "--radius-y", "0.5"}).find("radius"), std::string::npos);
 }
 
 TEST(Info, KeepsItsColumnsApart) {

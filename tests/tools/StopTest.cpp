@@ -92,6 +92,32 @@ TEST(Stop, LeavesThePicturesThatAreComplete) {
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"input.png", "views"}));
 }
 
+TEST(Stop, ComesToAnEndWhenTheTerminalIsClosed) {
+    const TemporaryFolder folder;
+    WriteInput(folder);
+    StoppedTool tool(folder, LongSweep("output.mp4"), SIGHUP);
+    EXPECT_EQ(tool.Status(), 129);
+    const int count = tool.CountTold("hung up", " frames were written to output.mp4");
+    EXPECT_GT(count, 1);
+    EXPECT_EQ(VideoFile::Read(folder.File("output.mp4")).frames.size(),
+              static_cast<std::size_t>(count));
+    EXPECT_EQ(folder.Names(), (std::set<std::string>{"input.png", "output.mp4"}));
+}
+
+TEST(Stop, IsNotAskedForByAHangupThatIsIgnored) {
+    const TemporaryFolder folder;
+    WriteInput(folder);
+    Terminal terminal;
+    ToolConditions conditions;
+    conditions.errors = terminal.Line();
+    conditions.ignoresHangup = true;
+    const ToolProcess tool(folder, LongSweep("output.mp4"), conditions);
+    EXPECT_NE(terminal.WrittenUntil(" left", kPatience).find(" left"), std::string::npos);
+    tool.Send(SIGHUP);
+    tool.Send(SIGTERM);
+    EXPECT_EQ(tool.Wait().status, 143);
+}
+
 TEST(Stop, LeavesTheFramesSoFarOfAVideo) {
     const TemporaryFolder folder;
     VideoFile::Write(folder.File("input.mp4"), {}, VideoFile::WaveFrames(96, 96, 1500));

@@ -4,7 +4,7 @@
 
 #include "LibraryView.h"
 #include "RoomScene.h"
-#include "ToolRun.h"
+#include "ToolError.h"
 #include "VideoFile.h"
 
 using KivFisheyeLib::MountTypeCeiling;
@@ -146,12 +146,45 @@ TEST_F(Sweep, SaysOnceHowManyViewsAreLimited) {
 
 TEST_F(Sweep, LeavesOtherFilesOfItsFolderAlone) {
     std::filesystem::create_directory(m_folder.File("views"));
-    WriteContent(m_folder.File("views/0003.png"), "older");
+    WriteContent(m_folder.File("views/0003.txt"), "older");
+    WriteContent(m_folder.File("views/room3.png"), "older");
     WriteContent(m_folder.File("views/0001.png"), "older");
     Make("views", {"--from", "0,30,3", "--to", "90,30,3", "--frames", "2", "--size", "80x60"});
-    EXPECT_EQ(NamesIn("views"), (std::set<std::string>{"0001.png", "0002.png", "0003.png"}));
-    EXPECT_EQ(ContentOf(m_folder.File("views/0003.png")), "older");
+    EXPECT_EQ(NamesIn("views"),
+              (std::set<std::string>{"0001.png", "0002.png", "0003.txt", "room3.png"}));
+    EXPECT_EQ(ContentOf(m_folder.File("views/0003.txt")), "older");
+    EXPECT_EQ(ContentOf(m_folder.File("views/room3.png")), "older");
     EXPECT_EQ(KivFisheyeTools::ReadPicture(m_folder.File("views/0001.png"), 3).width, 80U);
+}
+
+TEST_F(Sweep, DoesNotMixWithPicturesOfAnother) {
+    for (const std::string name : {"0003.png", "00001.png", "1.png", "0000.png"}) {
+        std::filesystem::create_directory(m_folder.File("views"));
+        WriteContent(m_folder.File("views/0001.png"), "older");
+        WriteContent(m_folder.File("views/" + name), "older");
+        const ToolRun run =
+            Run("views", {"--from", "0,30,3", "--to", "90,30,3", "--frames", "2", "--size", "8x6"});
+        ExpectOneSentence(run, kUsage, name + ": remove them or name another folder");
+        EXPECT_EQ(NamesIn("views"), (std::set<std::string>{"0001.png", name}));
+        EXPECT_EQ(ContentOf(m_folder.File("views/0001.png")), "older");
+        std::filesystem::remove_all(m_folder.File("views"));
+    }
+}
+
+TEST_F(Sweep, MayGoIntoAFolderWithADot) {
+    const std::vector<std::string> options = {"--from",   "0,30,3", "--to",   "90,30,3",
+                                              "--frames", "2",      "--size", "8x6"};
+    for (const char* folder : {"v1.2", "views.ts/"}) {
+        Make(folder, options);
+        EXPECT_EQ(NamesIn(folder), (std::set<std::string>{"0001.png", "0002.png"}));
+    }
+}
+
+TEST_F(Sweep, CountsInTensWhateverTheNumberBeginsWith) {
+    for (const char* frames : {"010", "+10"}) {
+        Make(frames, {"--from", "0,30,3", "--to", "90,30,3", "--frames", frames, "--size", "8x6"});
+        EXPECT_EQ(NamesIn(frames).size(), 10U);
+    }
 }
 
 TEST_F(Sweep, NeverReplacesItsInput) {

@@ -1,8 +1,13 @@
 #include "ToolError.h"
 
 #include <algorithm>
+#include <ostream>
 
 #include "Picture.h"
+
+void PrintTo(const ErrorCase& errorCase, std::ostream* stream) {
+    *stream << errorCase.name;
+}
 
 void FillFolder(const TemporaryFolder& folder) {
     const KivFisheyeTools::Picture picture(64, 64, 3);
@@ -14,6 +19,7 @@ void FillFolder(const TemporaryFolder& folder) {
     WriteContent(folder.File("cut.jpg"), jpeg.substr(0, jpeg.size() - 20));
     WriteContent(folder.File("empty.png"), "");
     WriteContent(folder.File("text.png"), "This is no picture.\n");
+    WriteContent(folder.File("file"), "This is no folder.\n");
     std::filesystem::create_directory(folder.File("folder.png"));
     std::filesystem::create_symlink("input.png", folder.File("link.png"));
     std::filesystem::create_symlink("input.png", folder.File("link.mp4"));

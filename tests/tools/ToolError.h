@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <iosfwd>
+
 #include "ToolRun.h"
 
 constexpr int kFailure = 1;
@@ -15,6 +17,7 @@ struct ErrorCase {
     /// Words that tell the user what is wrong.
     const char* words;
 };
+void PrintTo(const ErrorCase& errorCase, std::ostream* stream);
 
 /// Makes what the cases refer to: a good picture, and everything that is none.
 void FillFolder(const TemporaryFolder& folder);

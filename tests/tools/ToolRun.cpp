@@ -33,6 +33,7 @@ void Meet(const ToolConditions& conditions) {
         prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE, 0, 0, 0) != 0) {
         _exit(kCannotStart);
     }
+    std::signal(SIGHUP, conditions.ignoresHangup ? SIG_IGN : SIG_DFL);
     for (const std::string& variable : conditions.environment) {
         const std::size_t equals = variable.find('=');
         setenv(variable.substr(0, equals).c_str(), variable.substr(equals + 1).c_str(), 1);

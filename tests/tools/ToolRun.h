@@ -21,6 +21,8 @@ struct ToolConditions {
     unsigned long fileBytes = 0;
     /// Whether permissions of files bind the superuser too.
     bool bindsSuperuser = false;
+    /// Whether it is started as nohup does.
+    bool ignoresHangup = false;
     /// Variables of the environment, each as NAME=VALUE.
     std::vector<std::string> environment;
     /// A descriptor that becomes standard error, instead of a file, unless it is -1.

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <ostream>
 
 #include "ToolError.h"
 #include "VideoFile.h"
@@ -48,6 +49,10 @@ struct CutCase {
     const char* codec;
     const char* ending;
 };
+
+void PrintTo(const CutCase& cutCase, std::ostream* stream) {
+    *stream << cutCase.codec << " in " << cutCase.ending;
+}
 
 class CutOffVideo : public testing::TestWithParam<CutCase> {};
 
@@ -203,6 +208,19 @@ TEST_F(VideoOutput, LeavesTheOlderFileWhenTheDiskIsFull) {
         EXPECT_EQ(ContentOf(m_folder.File("output.mp4")), "older");
         EXPECT_EQ(m_folder.Names(), (std::set<std::string>{"input.mp4", "output.mp4"}));
     }
+}
+
+TEST_F(VideoOutput, MayBeRefusedByTheEncoder) {
+    ToolConditions conditions;
+    // An encoder that refuses leaks what it was set up with.
+    conditions.environment = {"ASAN_OPTIONS=detect_leaks=0"};
+    ExpectFailure(RunTool(m_folder,
+                          {"dewarp", "input.mp4", "output.mp4", "--mount", "ceiling", "--view",
+                           "full", "--size", "65528x8"},
+                          conditions),
+                  "cannot write output.mp4: the H.264 encoder refuses frames of 65528x8 at 25 a "
+                  "second");
+    EXPECT_EQ(m_folder.Names(), std::set<std::string>{"input.mp4"});
 }
 
 TEST_F(VideoOutput, NeedsAnEncoder) {

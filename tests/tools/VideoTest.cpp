@@ -68,6 +68,10 @@ struct VideoKind {
     VideoFile::Format format;
 };
 
+void PrintTo(const VideoKind& kind, std::ostream* stream) {
+    *stream << kind.name;
+}
+
 class VideoOfKind : public testing::TestWithParam<VideoKind> {};
 
 TEST_P(VideoOfKind, IsFlattenedFrameByFrame) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <ostream>
 #include <string>
 
 #include "RoomScene.h"
@@ -96,6 +97,10 @@ struct ViewCase {
     char wall;
     Sphere middle;
 };
+
+void PrintTo(const ViewCase& view, std::ostream* stream) {
+    *stream << view.name;
+}
 
 class VirtualCamera : public testing::TestWithParam<ViewCase> {};
 
@@ -253,6 +258,21 @@ TEST(VirtualCameraOptions, BeyondTheLimitsAreSaidToBeLimited) {
         const Picture made = room.Made();
         EXPECT_EQ(made.pixels, room.View(limit.taken).pixels) << limit.words;
     }
+}
+
+TEST(VirtualCameraOptions, AreLimitedWithACureWhereTheZoomIsTooSmall) {
+    const std::string cure = "only at a zoom of 2 or more";
+    const Room ceiling(MountTypeCeiling, 120);
+    for (const Options& options :
+         {Options{"--tilt", "30"}, {"--aim", "0.5,0.25", "--zoom", "1.9"}}) {
+        const ToolRun run = ceiling.Run(options);
+        EXPECT_NE(run.errors.find(cure), std::string::npos) << run.errors;
+        EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    }
+    EXPECT_EQ(ceiling.Run({"--tilt", "46", "--zoom", "2"}).errors.find(cure), std::string::npos);
+    EXPECT_EQ(ceiling.Run({"--pan", "30", "--zoom", "1.9"}).errors, "");
+    const ToolRun wall = Room(MountTypeWall, 120).Run({"--pan", "30", "--zoom", "1.9"});
+    EXPECT_NE(wall.errors.find(cure), std::string::npos) << wall.errors;
 }
 
 TEST(VirtualCameraOptions, WholeTurnsAreNoLimits) {
