@@ -242,9 +242,10 @@ public:
     /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
     /// the frame from its top left. On a ceiling and a table the view then has the point in its
     /// middle; on a wall both angles run evenly across the lens, which is right along its two axes;
-    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near the rim or outside the lens give
-    /// angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a radius of 0 NaN or infinity, a mount
-    /// number without a meaning 0 and 0. Always `kResultOk`. Changes nothing. No lock.
+    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near the
+    /// rim or outside the lens give angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a radius
+    /// of 0 NaN or infinity, a mount number without a meaning 0 and 0. Always `kResultOk`. Changes
+    /// nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
 
     /// The same, and the zoom, 1 to 10, whose view is `fieldOfView` radians high: pi / 2 is zoom 2.
