@@ -61,18 +61,26 @@ void WriteInput(const TemporaryFolder& folder) {
     KivFisheyeTools::WritePicture(folder.File("input.png"), VideoFile::Waves(200, 200, 3));
 }
 
-}  // namespace
-
-TEST(Stop, LeavesAPlayableSweep) {
+void ExpectPlayableSweepAfter(int signal, int status, const std::string& word) {
     const TemporaryFolder folder;
     WriteInput(folder);
-    StoppedTool tool(folder, LongSweep("output.mp4"), SIGINT);
-    EXPECT_EQ(tool.Status(), 130);
-    const int count = tool.CountTold("interrupted", " frames were written to output.mp4");
+    StoppedTool tool(folder, LongSweep("output.mp4"), signal);
+    EXPECT_EQ(tool.Status(), status);
+    const int count = tool.CountTold(word, " frames were written to output.mp4");
     const VideoFile::Video video = VideoFile::Read(folder.File("output.mp4"));
     EXPECT_GT(count, 1);
     EXPECT_EQ(video.frames.size(), static_cast<std::size_t>(count));
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"input.png", "output.mp4"}));
+}
+
+}  // namespace
+
+TEST(Stop, LeavesAPlayableSweep) {
+    ExpectPlayableSweepAfter(SIGINT, 130, "interrupted");
+}
+
+TEST(Stop, LeavesAPlayableSweepWhenTheTerminalIsClosed) {
+    ExpectPlayableSweepAfter(SIGHUP, 129, "hung up");
 }
 
 TEST(Stop, LeavesThePicturesThatAreComplete) {
@@ -90,18 +98,6 @@ TEST(Stop, LeavesThePicturesThatAreComplete) {
     EXPECT_EQ(names.size(), static_cast<std::size_t>(count));
     EXPECT_EQ(names.count("000001.png"), 1U);
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"input.png", "views"}));
-}
-
-TEST(Stop, ComesToAnEndWhenTheTerminalIsClosed) {
-    const TemporaryFolder folder;
-    WriteInput(folder);
-    StoppedTool tool(folder, LongSweep("output.mp4"), SIGHUP);
-    EXPECT_EQ(tool.Status(), 129);
-    const int count = tool.CountTold("hung up", " frames were written to output.mp4");
-    EXPECT_GT(count, 1);
-    EXPECT_EQ(VideoFile::Read(folder.File("output.mp4")).frames.size(),
-              static_cast<std::size_t>(count));
-    EXPECT_EQ(folder.Names(), (std::set<std::string>{"input.png", "output.mp4"}));
 }
 
 TEST(Stop, IsNotAskedForByAHangupThatIsIgnored) {

@@ -4,6 +4,8 @@ extern "C" {
 #include <libavutil/mathematics.h>
 }
 
+#include <numeric>
+
 #include "LibraryView.h"
 #include "ToolRun.h"
 #include "VideoFile.h"
@@ -58,6 +60,22 @@ std::vector<VideoFile::Frame> FramesAt(const std::vector<std::int64_t>& times) {
         frames[i].time = times[i];
     }
     return frames;
+}
+
+VideoFile::Format InMilliseconds() {
+    VideoFile::Format format;
+    format.timeBase = {1, 1000};
+    return format;
+}
+
+/// Frames at `times` come out of the tool at the `expected` times.
+void ExpectTimesOfFlattened(const std::string& input, const VideoFile::Format& format,
+                            const std::vector<std::int64_t>& times,
+                            const std::vector<std::int64_t>& expected) {
+    const TemporaryFolder folder;
+    VideoFile::Write(folder.File(input), format, FramesAt(times));
+    ExpectDone(RunTool(folder, Dewarp(input, "output.mp4")));
+    ExpectSameTimes(VideoFile::Read(folder.File("output.mp4")), expected, format.timeBase);
 }
 
 }  // namespace
@@ -168,48 +186,30 @@ TEST(Video, IsTaggedAsWhatItIs) {
 }
 
 TEST(Video, KeepsTheTimesOfAnEvenRate) {
-    const TemporaryFolder folder;
     VideoFile::Format format;
     format.timeBase = {1001, 24000};
-    VideoFile::Write(folder.File("input.mp4"), format, VideoFile::WaveFrames(64, 48, 70));
-    ExpectDone(RunTool(folder, Dewarp("input.mp4", "output.mp4")));
-    std::vector<std::int64_t> times;
-    for (int i = 0; i < 70; ++i) {
-        times.push_back(i);
-    }
-    ExpectSameTimes(VideoFile::Read(folder.File("output.mp4")), times, format.timeBase);
+    std::vector<std::int64_t> times(70);
+    std::iota(times.begin(), times.end(), 0);
+    ExpectTimesOfFlattened("input.mp4", format, times, times);
 }
 
 TEST(Video, KeepsTheTimesOfAVariableRate) {
-    const TemporaryFolder folder;
-    VideoFile::Format format;
-    format.timeBase = {1, 1000};
     const std::vector<std::int64_t> times = {0, 40, 97, 98, 400, 1000, 1003, 1043, 3000, 3040};
     for (const char* input : {"input.mkv", "input.mp4"}) {
-        VideoFile::Write(folder.File(input), format, FramesAt(times));
-        ExpectDone(RunTool(folder, Dewarp(input, "output.mp4")));
-        ExpectSameTimes(VideoFile::Read(folder.File("output.mp4")), times, format.timeBase);
+        ExpectTimesOfFlattened(input, InMilliseconds(), times, times);
     }
 }
 
 TEST(Video, ShowsFramesOfOneTimeOneAfterTheOther) {
-    const TemporaryFolder folder;
-    VideoFile::Format format;
+    VideoFile::Format format = InMilliseconds();
     format.codec = "ffv1";
     format.encoderOptions = {};
-    format.timeBase = {1, 1000};
-    VideoFile::Write(folder.File("input.mkv"), format, FramesAt({0, 40, 40, 80}));
-    ExpectDone(RunTool(folder, Dewarp("input.mkv", "output.mp4")));
-    ExpectSameTimes(VideoFile::Read(folder.File("output.mp4")), {0, 40, 41, 80}, {1, 1000});
+    ExpectTimesOfFlattened("input.mkv", format, {0, 40, 40, 80}, {0, 40, 41, 80});
 }
 
 TEST(Video, BeginsAtZero) {
-    const TemporaryFolder folder;
-    VideoFile::Format format;
-    format.timeBase = {1, 1000};
-    VideoFile::Write(folder.File("input.mkv"), format, FramesAt({5000, 5040, 5100, 5110}));
-    ExpectDone(RunTool(folder, Dewarp("input.mkv", "output.mp4")));
-    ExpectSameTimes(VideoFile::Read(folder.File("output.mp4")), {0, 40, 100, 110}, {1, 1000});
+    ExpectTimesOfFlattened("input.mkv", InMilliseconds(), {5000, 5040, 5100, 5110},
+                           {0, 40, 100, 110});
 }
 
 TEST(Video, ShowsItsLastFrameAsLong) {

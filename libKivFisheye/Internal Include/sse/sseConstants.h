@@ -14,13 +14,11 @@ constexpr FloatBits kAbsMask = 0x7FFFFFFF;
 constexpr FloatBits kZero = 0x00000000;
 constexpr FloatBits kHalf = 0x3F000000;
 constexpr FloatBits kOne = 0x3F800000;
-constexpr FloatBits kNegOne = 0xBF800000;
 
 constexpr FloatBits kInvPi = 0x3EA2F983;
 constexpr FloatBits kPi = 0x40490FDB;
 constexpr FloatBits kNegPi = 0xC0490FDB;
 constexpr FloatBits kHalfPi = 0x3FC90FDB;
-constexpr FloatBits kNegHalfPi = 0xBFC90FDB;
 
 // The sine's polynomial. Beyond the cubic the coefficients are not those of the Taylor series.
 constexpr FloatBits kSinC3 = 0xBE2AAAAB;
