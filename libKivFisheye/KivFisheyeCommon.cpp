@@ -3,6 +3,7 @@
 #include "BestFit.h"
 #include "CameraRules.h"
 #include "DownwardFisheyeAlgo.h"
+#include "FrontwardFisheyeAlgo.h"
 #include "TruncateToInt.h"
 #include "UpwardFisheyeAlgo.h"
 
@@ -23,21 +24,43 @@ struct Fit {
     float shape = 0.0F;
 };
 
+constexpr Fit kNoFit{};
+
+/// One of a mount's two fits, by the view.
+Fit FitOfView(ViewType view, Fit dual, Fit full) {
+    switch (view) {
+        case ViewTypeDualPanorama:
+            return dual;
+        case ViewTypeFullPanorama:
+            return full;
+        default:
+            return kNoFit;
+    }
+}
+
 /// The panorama fit of a mount and view; empty where there is none.
 Fit PanoramaFit(MountType mount, ViewType view, const DewarpParams& params) {
-    if (view != ViewTypeFullPanorama) {
-        return {};
-    }
+    const float ring = params.innerRadiusRatio;
     switch (mount) {
+        case MountTypeWall:
+            return FitOfView(
+                view, kNoFit,
+                {FrontwardFisheyeAlgoNS::GetBestFitPanoramaSize,
+                 FrontwardFisheyeAlgoNS::GetBestFitPanoramaRatio, params.wallViewAngle});
         case MountTypeCeiling:
-            return {DownwardFisheyeAlgoNS::GetBestFitPanoramaSize,
-                    DownwardFisheyeAlgoNS::GetBestFitPanoramaRatio, params.innerRadiusRatio};
+            return FitOfView(view,
+                             {DownwardFisheyeAlgoNS::GetBestFitDualPanoramaSize,
+                              DownwardFisheyeAlgoNS::GetBestFitDualPanoramaRatio, ring},
+                             {DownwardFisheyeAlgoNS::GetBestFitPanoramaSize,
+                              DownwardFisheyeAlgoNS::GetBestFitPanoramaRatio, ring});
         case MountTypeTable:
-            return {UpwardFisheyeAlgoNS::GetBestFitPanoramaSize,
-                    UpwardFisheyeAlgoNS::GetBestFitPanoramaRatio, params.innerRadiusRatio};
-        default:
-            return {};
+            return FitOfView(view,
+                             {UpwardFisheyeAlgoNS::GetBestFitDualPanoramaSize,
+                              UpwardFisheyeAlgoNS::GetBestFitDualPanoramaRatio, ring},
+                             {UpwardFisheyeAlgoNS::GetBestFitPanoramaSize,
+                              UpwardFisheyeAlgoNS::GetBestFitPanoramaRatio, ring});
     }
+    return kNoFit;
 }
 
 float AsFloat(unsigned int side) {
@@ -105,11 +128,11 @@ float GetRecommendedOutputVideoRatio(unsigned int width, unsigned int height, Mo
         return 1.0F;
     }
     if (view == ViewTypeVCam) {
-        const float lensHeight = AsFloat(height) * (params.radiusY + params.radiusY);
+        const float lensHeight = static_cast<float>(height) * (params.radiusY + params.radiusY);
         if (lensHeight <= kNegligibleExtent) {
             return 1.0F;
         }
-        return AsFloat(width) * (params.radiusX + params.radiusX) / lensHeight;
+        return static_cast<float>(width) * (params.radiusX + params.radiusX) / lensHeight;
     }
     const Fit fit = PanoramaFit(mount, view, params);
     if (fit.ratio == nullptr) {

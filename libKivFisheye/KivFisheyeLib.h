@@ -17,7 +17,8 @@
 ///     camera->Process(0);
 ///     DeleteKivFisheyeCameraContext(context);
 ///
-/// With `ViewTypeVCam` the output may have any size, and a click on the fisheye picture steers it:
+/// With `ViewTypeVCam` the output may have any size whose width 8 divides, and a click on the
+/// fisheye picture steers it:
 ///
 ///     camera->CvtXYToVCamPanTiltZoom(x, y, fieldOfView, pan, tilt, zoom);
 ///     camera->SetAbsolutePTZ(pan, tilt, zoom);
@@ -67,9 +68,9 @@ struct VideoFrameInfo {
     unsigned char* buffer;
 };
 
-/// The lens image inside the input frame. It is an ellipse around the frame's centre, whose semi-axes
-/// are fractions of the frame's sides: a round lens that is as high as its frame has a `radiusY` of 0.5
-/// and a `radiusX` of 0.5 * height / width.
+/// The lens image inside the input frame. It is an ellipse around the frame's centre, whose
+/// semi-axes are fractions of the frame's sides: a round lens that is as high as its frame has a
+/// `radiusY` of 0.5 and a `radiusX` of 0.5 * height / width.
 struct DewarpParams {
     /// Horizontal semi-axis as a fraction of the frame's width, 0 to 1.
     float radiusX;
@@ -106,8 +107,9 @@ const ResultCode kResultOutOfMemory = 0x80000005LL;
 /// setter waits for a running `Process`; the operations that say "no lock" do not wait and may see
 /// values from before and after a setter that runs at the same time.
 ///
-/// Setters of frames, mount, view and lens may allocate tables. When memory runs out they throw
-/// `std::bad_alloc` with the new values stored and the context usable. A panorama's `Process` then
+/// Setters of frames, mount, view and lens may allocate tables. When memory runs out, and when a
+/// panorama's frames are beyond what 32-bit offsets reach, they throw `std::bad_alloc` with the new
+/// values stored and the context usable. A panorama's `Process` then
 /// writes nothing, or answers `kResultNotReady` where a scene could not be made, until another of
 /// these setters succeeds. For that one it does not matter whether it changes anything.
 class IKivFisheyeCamera {
@@ -155,8 +157,8 @@ public:
     virtual ResultCode GetViewType(KivFisheyeLib::ViewType* view) = 0;
 
     /// Changes both, always makes a new scene, even when neither changed, and converts one frame at
-    /// once when both frames are set. `kResultInvalidArgument`: wall with dual panorama. A view that
-    /// is not available yet is stored like a number that names none.
+    /// once when both frames are set. `kResultInvalidArgument`: wall with dual panorama. Numbers
+    /// that name no mount or view are stored, and the context then has no scene.
     virtual ResultCode SetMountAndViewType(KivFisheyeLib::MountType mount,
                                            KivFisheyeLib::ViewType view) = 0;
 
@@ -165,9 +167,10 @@ public:
                                            KivFisheyeLib::ViewType* view) = 0;
 
     /// Gives the output size in pixels that suits the input, mount, view and lens. The width is a
-    /// multiple of 8; a lens without extent gives sides of 0. Where the context can have no scene,
-    /// and for now for wall and dual panoramas, it is the input's own size.
-    /// `kResultInvalidArgument`: a null pointer. `kResultNotReady`: no input set.
+    /// multiple of 8; a lens without extent gives sides of 0. For a panorama that no mount has it
+    /// is the input's own size. A panorama's height may be odd: `Process` does not write the last
+    /// row of a dual one then, so clients round it up. `kResultInvalidArgument`: a null pointer.
+    /// `kResultNotReady`: no input set.
     virtual ResultCode GetRecommendOutputVideoSize(unsigned int* width, unsigned int* height) = 0;
 
     /// Gives width over height of that output, before its sides are rounded; 1.0 where no size is
@@ -187,23 +190,29 @@ public:
     /// the present one. The next `Process` shows it; `GetPTZ` tells what was stored.
     /// `kResultNotReady`: the context has no scene.
     ///
-    /// A virtual camera shows the whole lens circle at zoom 1, a view 90 degrees high at zoom 2, and
-    /// 10 degrees less for each further unit of zoom. A turn costs nothing. What it cannot show is
-    /// limited, where L is 90 less half the view's height, about where the middle of its edge reaches the
-    /// rim; corners may show black:
+    /// A virtual camera shows the whole lens circle at zoom 1, a view 90 degrees high at zoom 2,
+    /// and 10 degrees less for each further unit of zoom. A turn costs nothing. What it cannot show
+    /// is limited, where L is 90 less half the view's height, about where the middle of its edge
+    /// reaches the rim; corners may show black:
     ///
     /// - wall: pan to the right and tilt upward, both -L to L.
-    /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the lens
-    ///   axis, to L.
+    /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the
+    ///   lens axis, to L.
     /// - table: pan 0 to 360, anticlockwise on the fisheye picture from its bottom; tilt from -L to
     ///   0, the lens axis.
     ///
-    /// Below zoom 2 there is no tilt, and on a wall no pan: they are stored as 0. A NaN is stored as
-    /// it is, and shows nothing.
+    /// Below zoom 2 there is no tilt, and on a wall no pan: they are stored as 0. A NaN is stored
+    /// as it is, and shows nothing.
     ///
-    /// A panorama takes the pan alone and stores it as 0 up to 360. At 0 the right of the lens is at
-    /// the picture's left edge; a growing pan moves the picture to the left, by whole columns. NaN
-    /// and infinity are stored as NaN, and `Process` then writes nothing.
+    /// A panorama of a ceiling or table camera takes the pan alone and stores it as 0 up to 360. At
+    /// 0 the right of the lens is at the picture's left edge, in a ceiling's dual panorama the left
+    /// of the lens; a growing pan moves the picture to the left, by whole columns. The halves of a
+    /// dual panorama are one ring: what leaves either at its left edge enters the other at its
+    /// right. At exactly 180 it is not turned, as at 0. NaN and infinity are stored as NaN, and
+    /// `Process` then writes nothing.
+    ///
+    /// A wall's panorama shows all there is before the lens and does not turn: any pan is stored as
+    /// 0.
     virtual ResultCode SetAbsolutePTZ(float pan, float tilt, float zoom) = 0;
 
     /// The same by differences, which may also lead to a zoom below 1: that is stored as 1.
@@ -227,9 +236,9 @@ public:
     /// Converts the picture that now lies in the input buffer into the output buffer, on this
     /// thread. `frameTag` is the client's own and is not looked at. `kResultNullPointer`: a frame
     /// is not set. `kResultNotReady`: no scene serves this mount and view. A virtual camera needs
-    /// 12 bytes for each pixel of an output row or 4 for each input row, for the time of the call, and
-    /// throws `std::bad_alloc` when they cannot be had; so do setters that convert a frame at once.
-    /// Pixels that show nothing of the lens are zero bytes.
+    /// 12 bytes for each pixel of an output row or 4 for each input row, for the time of the call,
+    /// and throws `std::bad_alloc` when they cannot be had; so do setters that convert a frame at
+    /// once. Pixels that show nothing of the lens are zero bytes.
     virtual ResultCode Process(unsigned long long frameTag) = 0;
 
     /// Not available yet: answers `kResultNotReady` and writes nothing.
@@ -242,10 +251,10 @@ public:
     /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
     /// the frame from its top left. On a ceiling and a table the view then has the point in its
     /// middle; on a wall both angles run evenly across the lens, which is right along its two axes;
-    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near the
-    /// rim or outside the lens give angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a radius
-    /// of 0 NaN or infinity, a mount number without a meaning 0 and 0. Always `kResultOk`. Changes
-    /// nothing. No lock.
+    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near
+    /// the rim or outside the lens give angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a
+    /// radius of 0 NaN or infinity, a mount number without a meaning 0 and 0. Always `kResultOk`.
+    /// Changes nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
 
     /// The same, and the zoom, 1 to 10, whose view is `fieldOfView` radians high: pi / 2 is zoom 2.
@@ -299,9 +308,9 @@ KIVFISHEYE_API IKivFisheyeCamera* GetCameraAPI(void* context);
 KIVFISHEYE_API IKivFisheyeROI* GetROIAPI(void* context);
 KIVFISHEYE_API IKivFisheyeDewarpBoundary* GetDewarpBoundaryAPI(void* context);
 
-/// The highest instruction set that this processor and its operating system offer; kernels are chosen
-/// by it. From 1 up: SSE, SSE2, SSE3, SSSE3, SSE4.1, SSE4.2, AVX, AVX2; 0 is a processor that has
-/// none of them.
+/// The highest instruction set that this processor and its operating system offer; kernels are
+/// chosen by it. From 1 up: SSE, SSE2, SSE3, SSSE3, SSE4.1, SSE4.2, AVX, AVX2; 0 is a processor
+/// that has none of them.
 KIVFISHEYE_API int GetCPUInstructionSet(void);
 
 }  // extern "C"

@@ -23,11 +23,13 @@ namespace SceneNS {
 
 namespace {
 
+using ScenePointer = std::unique_ptr<CKivFisheyeCamera::CScene>;
+
+/// What a mount that has no scene for a view names instead.
 struct NoScene;
 
 template <class Scene>
-std::unique_ptr<CKivFisheyeCamera::CScene> MakeScene(CKivFisheyeCamera* camera,
-                                                     VideoFrameInfo* target) {
+ScenePointer MakeScene(CKivFisheyeCamera* camera, VideoFrameInfo* target) {
     if constexpr (std::is_same_v<Scene, NoScene>) {
         return nullptr;
     } else {
@@ -36,31 +38,31 @@ std::unique_ptr<CKivFisheyeCamera::CScene> MakeScene(CKivFisheyeCamera* camera,
 }
 
 /// One of a mount's scenes, by the camera's view.
-template <class VCamScene, class FullPanoramaScene>
-std::unique_ptr<CKivFisheyeCamera::CScene> SceneOfView(CKivFisheyeCamera* camera,
-                                                       VideoFrameInfo* target) {
+template <class VCamScene, class DualPanoramaScene, class FullPanoramaScene>
+ScenePointer SceneOfView(CKivFisheyeCamera* camera, VideoFrameInfo* target) {
     switch (camera->m_viewType) {
         case ViewTypeVCam:
             return MakeScene<VCamScene>(camera, target);
+        case ViewTypeDualPanorama:
+            return MakeScene<DualPanoramaScene>(camera, target);
         case ViewTypeFullPanorama:
             return MakeScene<FullPanoramaScene>(camera, target);
-        case ViewTypeDualPanorama:
-            break;
     }
     return nullptr;
 }
 
 }  // namespace
 
-std::unique_ptr<CKivFisheyeCamera::CScene> CreateScene(CKivFisheyeCamera* camera,
-                                                       VideoFrameInfo* target) {
+ScenePointer CreateScene(CKivFisheyeCamera* camera, VideoFrameInfo* target) {
     switch (camera->m_mountType) {
         case MountTypeWall:
-            return SceneOfView<CWallVCamScene, NoScene>(camera, target);
+            return SceneOfView<CWallVCamScene, NoScene, CWallFullPanoramaScene>(camera, target);
         case MountTypeCeiling:
-            return SceneOfView<CCeilingVCamScene, CCeilingFullPanoramaScene>(camera, target);
+            return SceneOfView<CCeilingVCamScene, CCeilingDualPanoramaScene,
+                               CCeilingFullPanoramaScene>(camera, target);
         case MountTypeTable:
-            return SceneOfView<CTableVCamScene, CTableFullPanoramaScene>(camera, target);
+            return SceneOfView<CTableVCamScene, CTableDualPanoramaScene, CTableFullPanoramaScene>(
+                camera, target);
     }
     return nullptr;
 }

@@ -18,7 +18,8 @@ void* _alloca(unsigned long size);
 /// The counterpart of `_alloca`; does nothing.
 void _freea(void* memory);
 
-/// Elements of type `T` at a multiple of `N` bytes, owned by the buffer alone and not initialised.
+/// Elements of type `T` at a multiple of `N` bytes, not initialised. They belong to the buffer
+/// unless they are borrowed.
 template <class T, unsigned long N>
 class CAlignedBufferT {
 public:
@@ -27,13 +28,21 @@ public:
     CAlignedBufferT& operator=(const CAlignedBufferT&) = delete;
     ~CAlignedBufferT() { Reset(); }
 
+    /// A buffer of some elements of another one, which must outlive it.
+    static CAlignedBufferT Borrow(T* data, unsigned long long count) {
+        return CAlignedBufferT(data, count);
+    }
+
     T* data() { return m_data; }
     const T* data() const { return m_data; }
     unsigned long long count() const { return m_count; }
 
     /// Leaves the buffer empty.
     void Reset() {
-        _aligned_free(m_data);
+        if (m_ownsElements) {
+            _aligned_free(m_data);
+        }
+        m_ownsElements = true;
         m_data = nullptr;
         m_count = 0;
     }
@@ -54,8 +63,12 @@ public:
     }
 
 private:
+    CAlignedBufferT(T* borrowed, unsigned long long count)
+        : m_data(borrowed), m_count(count), m_ownsElements(false) {}
+
     T* m_data = nullptr;
     unsigned long long m_count = 0;
+    bool m_ownsElements = true;
 };
 
 #endif

@@ -6,27 +6,10 @@
 /// The kernels of a table camera in scalar arithmetic.
 namespace UpwardFisheyeAlgoNS::C {
 
-template <unsigned long bits>
-void CvtPanoramaRGB(int srcWidth, int srcHeight, int srcStride, const unsigned char* src,
-                    int dstWidth, int dstHeight, int dstStride, unsigned char* dst, float radiusX,
-                    float radiusY, float innerRadiusRatio, float pan) {
-    ring::C::ConvertFull<ring::TableMount, bits>(
-        {srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}, radiusX,
-         radiusY, innerRadiusRatio},
-        src, dst, pan);
-}
+using Mount = ring::TableMount;
+namespace form = ring::C;
 
-template <int bits, int outOfFrame>
-void InitPanoramaCoorToFisheyeAddrOffsetTableRGB(int srcWidth, int srcHeight, int srcStride,
-                                                 int dstWidth, int dstHeight, int dstStride,
-                                                 float radiusX, float radiusY,
-                                                 float innerRadiusRatio,
-                                                 CAlignedBufferT<int, 32>& table) {
-    ring::C::BuildFullTable<ring::TableMount, bits, outOfFrame>(
-        {srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}, radiusX,
-         radiusY, innerRadiusRatio},
-        table);
-}
+#include "ring/RingKernels.inl"
 
 }  // namespace UpwardFisheyeAlgoNS::C
 

@@ -166,7 +166,7 @@ TYPED_TEST(ExhaustedMemory, TheSameMountOrViewMakesTheSceneAfterAnyFailure) {
         EXPECT_TRUE(camera.ShowsTheRightPicture());
     };
     const auto setView = [](auto& camera) {
-        EXPECT_EQ(camera.camera.SetViewType(ViewTypeFullPanorama), kResultOk);
+        EXPECT_EQ(camera.camera.SetViewType(TypeParam::kView), kResultOk);
         EXPECT_TRUE(camera.ShowsTheRightPicture());
     };
     this->AfterEachFailure(this->kTableSetters, setMount);
@@ -179,7 +179,7 @@ TYPED_TEST(ExhaustedMemory, AFailureIsForgottenOnceTheNextSetterIsDone) {
     const auto check = [](auto& camera) {
         EXPECT_EQ(camera.SetTheSameOutput(), kResultOk);
         EXPECT_EQ(camera.camera.SetMountType(TypeParam::kMountType), kResultNoChange);
-        EXPECT_EQ(camera.camera.SetViewType(ViewTypeFullPanorama), kResultNoChange);
+        EXPECT_EQ(camera.camera.SetViewType(TypeParam::kView), kResultNoChange);
     };
     this->AfterEachFailure(this->kTableSetters, check);
     this->AfterEachFailure(this->kSceneSetters, check);
@@ -190,12 +190,12 @@ TYPED_TEST(ExhaustedMemory, TheOldSceneIsReleasedBeforeTheNewOneIsMade) {
     const int blocksBefore = watch.BlocksTaken();
     CKivFisheyeCamera camera;
     camera.m_mountType = TypeParam::kMountType;
-    camera.m_viewType = ViewTypeFullPanorama;
+    camera.m_viewType = TypeParam::kView;
     camera.m_scene = SceneNS::CreateScene(&camera, nullptr);
     ASSERT_GT(watch.BlocksTaken(), blocksBefore);
     watch.FailRequest(1);
     EXPECT_TRUE(ThrowsBadAlloc(
-        [&] { camera.SetMountAndViewType(TypeParam::kMountType, ViewTypeFullPanorama); }));
+        [&] { camera.SetMountAndViewType(TypeParam::kMountType, TypeParam::kView); }));
     EXPECT_EQ(watch.BlocksTaken(), blocksBefore);
 }
 

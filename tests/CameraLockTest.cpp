@@ -83,6 +83,8 @@ const Operation kUnlocked[] = {
      [](auto& c) {
          float ratio = 0.0F;
          c.GetRecommendOutputVideoRatio(8, 8, MountTypeTable, ViewTypeVCam, kLens, &ratio);
+         c.GetRecommendOutputVideoRatio(8, 8, MountTypeTable, ViewTypeDualPanorama, kLens, &ratio);
+         c.GetRecommendOutputVideoRatio(8, 8, MountTypeWall, ViewTypeFullPanorama, kLens, &ratio);
      }},
     {"CvtXYToVCamPanTilt",
      [](auto& c) {

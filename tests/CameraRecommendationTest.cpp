@@ -38,6 +38,12 @@ TEST(GetRecommendOutputVideoSize, FollowsInputMountViewAndLens) {
     EXPECT_EQ(width, 1200U) << "4 * 0.375 * 800";
     EXPECT_EQ(height, 150U) << "0.5 * 0.375 * 800";
 
+    camera.SetViewType(ViewTypeDualPanorama);
+    EXPECT_EQ(camera.GetRecommendOutputVideoSize(&width, &height), kResultOk);
+    EXPECT_EQ(width, 600U) << "2 * 0.375 * 800";
+    EXPECT_EQ(height, 300U) << "2 * 0.5 * 0.375 * 800";
+    camera.SetViewType(ViewTypeFullPanorama);
+
     camera.SetInputVideoParams({400, 400, 1200, pixel}, PixelFormatRGB24);
     EXPECT_EQ(camera.GetRecommendOutputVideoSize(&width, &height), kResultOk);
     EXPECT_EQ(width, 600U);
@@ -88,10 +94,13 @@ TEST(GetRecommendOutputVideoRatio, FollowsInputMountViewAndLens) {
     camera.SetMountAndViewType(MountTypeTable, ViewTypeFullPanorama);
     EXPECT_EQ(camera.GetRecommendOutputVideoRatio(&ratio), kResultOk);
     EXPECT_EQ(ratio, 16.0F);
+    camera.SetViewType(ViewTypeDualPanorama);
+    EXPECT_EQ(camera.GetRecommendOutputVideoRatio(&ratio), kResultOk);
+    EXPECT_EQ(ratio, 4.0F);
 }
 
 TEST(GetRecommendOutputVideoRatio, Is1WithoutAnInput) {
-    for (const ViewType view : {ViewTypeVCam, ViewTypeFullPanorama}) {
+    for (const ViewType view : {ViewTypeVCam, ViewTypeDualPanorama, ViewTypeFullPanorama}) {
         CKivFisheyeCamera camera;
         camera.SetMountAndViewType(MountTypeTable, view);
         float ratio = 0.0F;
@@ -119,6 +128,10 @@ TEST(GetRecommendOutputVideoRatio, OfOtherValuesHasNothingToDoWithTheCameras) {
                                                   {0.5F, 0.25F, 10.0F, 0.5F}, &ratio),
               kResultOk);
     EXPECT_EQ(ratio, 8.0F);
+    EXPECT_EQ(camera.GetRecommendOutputVideoRatio(300, 200, MountTypeTable, ViewTypeDualPanorama,
+                                                  {0.5F, 0.25F, 10.0F, 0.5F}, &ratio),
+              kResultOk);
+    EXPECT_EQ(ratio, 2.0F);
     EXPECT_EQ(camera.m_mountType, MountTypeWall);
     EXPECT_EQ(camera.m_viewType, ViewTypeVCam);
     EXPECT_EQ(camera.m_dewarpParams.radiusY, 0.5F);

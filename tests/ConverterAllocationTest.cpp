@@ -65,15 +65,19 @@ TYPED_TEST(ConverterInExhaustedMemory, AFailedTableIsEmptyUntilTheNextOneIsBuilt
                 [&] { Init<TypeParam>(converter, this->input, this->output, kUnevenLens); });
             watch.StopFailing();
             this->output.Fill(kUntouched);
-            Convert<TypeParam>(converter, this->input.bytes.data(), this->output.bytes.data());
+            const auto convert = [&](float pan) {
+                Convert<TypeParam>(converter, pan, this->input.bytes.data(),
+                                   this->output.bytes.data());
+            };
+            convert(360.0F);
             if (failed) {
                 ++failures;
-                Convert<TypeParam>(converter, 90.0F, this->input.bytes.data(),
-                                   this->output.bytes.data());
+                convert(90.0F);
+                convert(0.0F);
                 EXPECT_TRUE(this->output.IsFilledWith(kUntouched))
                     << "nothing of the old table either";
                 Init<TypeParam>(converter, this->input, this->output, kUnevenLens);
-                Convert<TypeParam>(converter, this->input.bytes.data(), this->output.bytes.data());
+                convert(360.0F);
             }
             EXPECT_EQ(this->output.bytes, expected.bytes) << "request " << number;
         }

@@ -40,10 +40,10 @@ class Lines : public ::testing::Test {
 protected:
     void Build(const std::vector<int>& entries, int columns, int rows, std::int64_t sourceBytes) {
         observed::requests.clear();
-        m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes);
+        const TableTiles tiles = TableTiles::ForCaches(columns, rows);
+        m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes, tiles);
         m_firstTouched.clear();
         std::set<int> seen;
-        const TableTiles tiles = TableTiles::ForCaches(columns);
         for (int top = 0; top < rows; top += tiles.rows) {
             for (int left = 0; left < columns; left += tiles.columns) {
                 for (int y = top; y < std::min(top + tiles.rows, rows); ++y) {
@@ -142,10 +142,13 @@ TEST_F(Lines, AreEachRequestedOnce) {
 
 TEST_F(Lines, FollowTheTilesOfATable) {
     RingGenerator generator(82);
-    for (const int columns : {2051, 4100}) {
-        BuildAny(generator, columns, TableTiles::ForCaches(columns).rows + 2);
+    const TableTiles small = TableTiles::ForCaches(2051, 34);
+    const TableTiles large = TableTiles::ForCaches(2051, 2051);
+    ASSERT_NE(small.columns, large.columns);
+    for (const int rows : {small.rows + 2, 2051}) {
+        BuildAny(generator, 2051, rows);
         WalkAllRows();
-        EXPECT_EQ(Requested(), AllTouched());
+        EXPECT_EQ(Requested(), AllTouched()) << rows;
     }
 }
 

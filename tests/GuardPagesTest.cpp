@@ -44,10 +44,11 @@ class GuardPages : public ::testing::Test {
 protected:
     static constexpr int kBytes = Family::kBytes;
 
-    /// Runs `convert(src, dst)` with both frames at a guard and holds the output against the model.
-    template <class Convert>
-    static void ExpectPaints(const std::vector<int>& offsets, const Ring& ring, RowStart rowStart,
-                             GuardedBuffer::Side side, std::size_t outputBytes, Convert&& convert) {
+    /// Runs `convert(src, dst)` with both frames at a guard and holds the output against what
+    /// `paint(src, frame)` makes of the same bytes.
+    template <class PaintFrame, class Convert>
+    static void ExpectPaints(const Ring& ring, GuardedBuffer::Side side, std::size_t outputBytes,
+                             PaintFrame&& paint, Convert&& convert) {
         RingGenerator generator(70);
         const auto pixels = generator.NextBytes(ring.SourceBytes(kBytes));
         GuardedBuffer src(pixels.size(), side);
@@ -56,7 +57,7 @@ protected:
         GuardedBuffer dst(outputBytes, side, kFill);
         convert(src.data(), dst.data());
         std::vector<unsigned char> expected(ring.OutputBytes(), kFill);
-        Paint(offsets, ring, kBytes, rowStart, pixels, expected);
+        paint(pixels, expected);
         expected.resize(outputBytes);
         ASSERT_EQ(std::vector<unsigned char>(dst.data(), dst.data() + outputBytes), expected);
         ASSERT_TRUE(dst.IsSurroundingUntouched());
@@ -76,17 +77,18 @@ protected:
     }
 };
 
-TYPED_TEST_SUITE(GuardPages, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(GuardPages, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(GuardPages, DirectConversionStaysInItsFrames) {
     this->ForEverySize([this](const Ring& ring, GuardedBuffer::Side side) {
         typename TypeParam::DirectConverter converter;
         TypeParam::Init(converter, ring);
-        this->ExpectPaints(DirectOffsets(TypeParam::kMount, ring, TypeParam::kBytes, 33.0F), ring,
-                           RowStart::Cleared, side, ring.OutputBytes(),
-                           [&](const unsigned char* src, unsigned char* dst) {
-                               TypeParam::Convert(converter, 33.0F, src, dst);
-                           });
+        this->ExpectPaints(
+            ring, side, ring.OutputBytes(),
+            [&](const auto& src, auto& frame) { TypeParam::PaintDirect(ring, 33.0F, src, frame); },
+            [&](const unsigned char* src, unsigned char* dst) {
+                TypeParam::Convert(converter, 33.0F, src, dst);
+            });
     });
 }
 
@@ -96,25 +98,39 @@ TYPED_TEST(GuardPages, TableConversionStaysInItsFrames) {
         const std::size_t outputBytes =
             ring.OutputBytes() -
             static_cast<std::size_t>(ring.dstStride - ring.dstWidth * TypeParam::kBytes);
-        const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
+        const auto entries = TypeParam::ExpectedEntries(ring);
         typename TypeParam::TableConverter converter;
         TypeParam::Init(converter, ring);
-        this->ExpectPaints(offsets, ring, RowStart::Kept, side, outputBytes,
-                           [&](const unsigned char* src, unsigned char* dst) {
-                               TypeParam::Convert(converter, src, dst);
-                           });
-        const int shift = ring.dstWidth / 3;
-        const auto pan = static_cast<float>((shift + 0.5) * 360.0 / ring.dstWidth);
-        this->ExpectPaints(TurnedOffsets(offsets, ring, shift), ring, RowStart::Kept, side,
-                           outputBytes, [&](const unsigned char* src, unsigned char* dst) {
-                               TypeParam::Convert(converter, pan, src, dst);
-                           });
+        this->ExpectPaints(
+            ring, side, outputBytes,
+            [&](const auto& src, auto& frame) {
+                Paint(entries, ring, TypeParam::kBytes, RowStart::Kept, src, frame);
+            },
+            [&](const unsigned char* src, unsigned char* dst) {
+                TypeParam::Convert(converter, src, dst);
+            });
+        for (const int part : {1, 2}) {
+            const float pan = PanAt<TypeParam>(part * TypeParam::Positions(ring) / 3, ring);
+            this->ExpectPaints(
+                ring, side, outputBytes,
+                [&](const auto& src, auto& frame) {
+                    TypeParam::PaintTurned(entries, ring, pan, src, frame);
+                },
+                [&](const unsigned char* src, unsigned char* dst) {
+                    TypeParam::Convert(converter, pan, src, dst);
+                });
+        }
     });
 }
 
+template <class Family>
+class GuardPagesOfFullPanoramas : public ::testing::Test {};
+
+TYPED_TEST_SUITE(GuardPagesOfFullPanoramas, RingFamilies, RingFamilyNames);
+
 // A lens whose rim passes exactly through the frame's lower right corner, seven eighths of a turn
 // from the right: only a point on both edges leads to the frame's last pixel.
-TYPED_TEST(GuardPages, LastPixelOfTheFrameIsReadAtTheGuard) {
+TYPED_TEST(GuardPagesOfFullPanoramas, LastPixelOfTheFrameIsReadAtTheGuard) {
     constexpr float kTurn = 6.28318548F;
     const bool isTableMount = TypeParam::kMount == Mount::Table;
     for (const bool isDirect : {true, false}) {

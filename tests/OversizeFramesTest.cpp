@@ -123,15 +123,16 @@ TYPED_TEST(OversizeFrames, ViewsWithoutATableTakeThemAndPanoramasHaveNoScene) {
     const VideoFrameInfo record = this->Huge(8, 1U << 28);
     EXPECT_EQ(this->camera.SetInputVideoParams(record, TypeParam::kFormat), kResultOk);
     this->output.Fill(kUntouched);
-    EXPECT_TRUE(ThrowsBadAlloc([&] { this->camera.SetViewType(ViewTypeFullPanorama); }));
-    EXPECT_EQ(this->camera.m_viewType, ViewTypeFullPanorama);
+    EXPECT_TRUE(ThrowsBadAlloc([&] { this->camera.SetViewType(TypeParam::kView); }));
+    EXPECT_EQ(this->camera.m_viewType, TypeParam::kView);
     EXPECT_EQ(this->camera.Process(0), kResultNotReady);
     EXPECT_FALSE(IsLocked(this->camera));
     EXPECT_TRUE(this->output.IsFilledWith(kUntouched));
 
     ASSERT_EQ(this->camera.SetViewType(ViewTypeVCam), kResultOk);
     ASSERT_EQ(this->camera.SetInputVideoParams(this->input.record, TypeParam::kFormat), kResultOk);
-    ASSERT_EQ(this->camera.SetViewType(ViewTypeFullPanorama), kResultOk);
+    this->output.Fill(kUntouched);
+    ASSERT_EQ(this->camera.SetViewType(TypeParam::kView), kResultOk);
     EXPECT_EQ(this->output.bytes, this->Expected().bytes);
 }
 
@@ -163,8 +164,7 @@ TYPED_TEST(OversizeFrames, AnOutputOfMoreColumnsThanAnIntCountsGetsNothingFromAV
 
 TYPED_TEST(OversizeFrames, AnInputIsNoFailureBeforeThereIsAnOutput) {
     CKivFisheyeCamera inputOnly;
-    ASSERT_EQ(inputOnly.SetMountAndViewType(TypeParam::kMountType, ViewTypeFullPanorama),
-              kResultOk);
+    ASSERT_EQ(inputOnly.SetMountAndViewType(TypeParam::kMountType, TypeParam::kView), kResultOk);
     const VideoFrameInfo record = this->Huge(8, 1U << 28);
     EXPECT_EQ(inputOnly.SetInputVideoParams(record, TypeParam::kFormat), kResultOk);
     EXPECT_TRUE(ThrowsBadAlloc([&] { inputOnly.SetOutputVideoParams(this->output.record); }));
@@ -175,8 +175,7 @@ TYPED_TEST(OversizeFrames, AnInputIsNoFailureBeforeThereIsAnOutput) {
 TYPED_TEST(OversizeFrames, AnOutputIsNoFailureForWantOfAnInputAlone) {
     // Nothing is known of the source, so every pixel is black; there is no buffer to read either.
     CKivFisheyeCamera outputOnly;
-    ASSERT_EQ(outputOnly.SetMountAndViewType(TypeParam::kMountType, ViewTypeFullPanorama),
-              kResultOk);
+    ASSERT_EQ(outputOnly.SetMountAndViewType(TypeParam::kMountType, TypeParam::kView), kResultOk);
     outputOnly.m_pixelFormat = TypeParam::kFormat;
     EXPECT_EQ(outputOnly.SetOutputVideoParams(this->output.record), kResultOk);
     EXPECT_EQ(outputOnly.Process(0), kResultNullPointer);
@@ -258,7 +257,7 @@ void ExpectOldStrideIsKept() {
                          GuardedBuffer::Side::EndsAtGuard, kUntouched);
     record.buffer = buffer.data();
     CKivFisheyeCamera camera;
-    camera.SetMountAndViewType(NewPanorama::kMountType, ViewTypeFullPanorama);
+    camera.SetMountAndViewType(NewPanorama::kMountType, NewPanorama::kView);
     camera.SetDewarpParams(kUnevenLens);
     ASSERT_EQ(camera.SetInputVideoParams(oldInput.record, OldPanorama::kFormat), kResultOk);
     ASSERT_EQ(camera.SetOutputVideoParams(record), kResultOk);

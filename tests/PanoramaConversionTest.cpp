@@ -172,12 +172,12 @@ TYPED_TEST(PanoramaConversion, RowsOfTheTableFollowEachOtherWithoutGaps) {
     }
 }
 
-// The eight conversions of the two converters.
+// The conversions of all converters.
 
 template <class Family>
 class ConverterConversions : public ::testing::Test {};
 
-TYPED_TEST_SUITE(ConverterConversions, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(ConverterConversions, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(ConverterConversions, ShowTheTableWithoutPanAndTurnedWithOne) {
     RingGenerator generator(8);
@@ -186,19 +186,17 @@ TYPED_TEST(ConverterConversions, ShowTheTableWithoutPanAndTurnedWithOne) {
         ring.dstWidth = width;
         ring.dstStride = width * TypeParam::kBytes + generator.NextInt(0, 5);
         const auto src = generator.NextBytes(ring.SourceBytes(TypeParam::kBytes));
-        const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
-        const auto expected = [&](int shift) {
-            std::vector<unsigned char> frame(ring.OutputBytes(), 0xCD);
-            Paint(TurnedOffsets(offsets, ring, shift), ring, TypeParam::kBytes, RowStart::Kept, src,
-                  frame);
-            return frame;
-        };
-        ASSERT_EQ(TablePicture<TypeParam>(ring, src), expected(0)) << ring;
-        for (const int shift : {0, 1, width / 2, width - 1}) {
-            if (shift < width) {
-                const auto pan = static_cast<float>((shift + 0.5) * 360.0 / width);
-                ASSERT_EQ(TablePicture<TypeParam>(ring, src, pan), expected(shift))
-                    << "shift " << shift << ": " << ring;
+        const auto entries = TypeParam::ExpectedEntries(ring);
+        std::vector<unsigned char> unturned(ring.OutputBytes(), 0xCD);
+        Paint(entries, ring, TypeParam::kBytes, RowStart::Kept, src, unturned);
+        ASSERT_EQ(TablePicture<TypeParam>(ring, src), unturned) << ring;
+        for (const int position : {0, 1, width / 2, width - 1, TypeParam::Positions(ring) - 1}) {
+            if (position < TypeParam::Positions(ring)) {
+                const float pan = PanAt<TypeParam>(position, ring);
+                std::vector<unsigned char> turned(ring.OutputBytes(), 0xCD);
+                TypeParam::PaintTurned(entries, ring, pan, src, turned);
+                ASSERT_EQ(TablePicture<TypeParam>(ring, src, pan), turned)
+                    << "position " << position << ": " << ring;
             }
         }
     }

@@ -18,7 +18,7 @@ template <class Family>
 class PanoramaInit : public ::testing::Test {
 protected:
     static Ring SmallRing() {
-        Ring ring = PackedRing(41, 37, 24, 7, Family::kBytes);
+        Ring ring = PackedRing(41, 37, 24, 8, Family::kBytes);
         ring.dstStride += 5;
         return ring;
     }
@@ -46,7 +46,7 @@ private:
     static unsigned char* Nowhere() { return nullptr; }
 };
 
-TYPED_TEST_SUITE(PanoramaInit, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(PanoramaInit, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(PanoramaInit, ConvertersCanNotBeCopied) {
     EXPECT_FALSE(std::is_copy_constructible_v<typename TypeParam::TableConverter>);
@@ -103,10 +103,10 @@ TYPED_TEST(PanoramaInit, SourceWithoutPixelsGivesABlackPicture) {
         ring.srcWidth = source.width;
         ring.srcHeight = source.height;
         ring.srcStride = source.stride;
-        EXPECT_EQ(TypeParam::BuildTable(ring), std::vector<int>(24 * 7, kNoSource));
+        EXPECT_EQ(TypeParam::BuildTable(ring), std::vector<int>(24 * 8, kNoSource));
         const std::vector<unsigned char> nothing;
         std::vector<unsigned char> expected(ring.OutputBytes(), 0xCD);
-        Paint(std::vector<int>(24 * 7, kNoSource), ring, TypeParam::kBytes, RowStart::Kept, nothing,
+        Paint(std::vector<int>(24 * 8, kNoSource), ring, TypeParam::kBytes, RowStart::Kept, nothing,
               expected);
         EXPECT_EQ(TablePicture<TypeParam>(ring, nothing), expected) << ring;
         EXPECT_EQ(TablePicture<TypeParam>(ring, nothing, 100.0F), expected) << ring;
@@ -143,14 +143,14 @@ TYPED_TEST(PanoramaInit, LaterInitReplacesSizesLensAndTable) {
     TypeParam::Init(converter, this->SmallRing());
     TypeParam::Init(converter, later);
     std::vector<unsigned char> expected(later.OutputBytes(), 0xCD);
-    Paint(TableOffsets(TypeParam::kMount, later, TypeParam::kBytes), later, TypeParam::kBytes,
-          RowStart::Kept, this->SourceOf(later), expected);
+    Paint(TypeParam::ExpectedEntries(later), later, TypeParam::kBytes, RowStart::Kept,
+          this->SourceOf(later), expected);
     EXPECT_EQ(this->PictureOf(converter, later), expected);
 }
 
 TYPED_TEST(PanoramaInit, OneTableServesEveryFrameOfItsSizes) {
     const Ring ring = this->SmallRing();
-    const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
+    const auto offsets = TypeParam::ExpectedEntries(ring);
     typename TypeParam::TableConverter converter;
     TypeParam::Init(converter, ring);
     for (const unsigned char value : std::vector<unsigned char>{0x11, 0xFE, 0x00}) {
@@ -168,7 +168,7 @@ TYPED_TEST(PanoramaInit, BitsOtherThan24BuildForPixelsOf4Bytes) {
     const Ring ring = PackedRing(41, 37, 24, 7, 4);
     std::vector<unsigned char> expected(ring.OutputBytes(), 0xCD);
     const auto src = CoordinateFrame(41, 37, ring.srcStride, 4);
-    Paint(TableOffsets(TypeParam::kMount, ring, 4), ring, 4, RowStart::Kept, src, expected);
+    Paint(TypeParam::ExpectedEntries(ring, 4), ring, 4, RowStart::Kept, src, expected);
     for (const int bits : {0, 32, 8, 25, -24}) {
         typename TypeParam::TableConverter converter;
         converter.Init(ring.srcWidth, ring.srcHeight, ring.srcStride, ring.dstWidth, ring.dstHeight,
@@ -182,12 +182,13 @@ TYPED_TEST(PanoramaInit, BitsOtherThan24BuildForPixelsOf4Bytes) {
 TEST(PanoramaTableRebuild, GivesTheBuilderAnAlignedEntryForEveryPixel) {
     PanoramaTable panorama;
     int calls = 0;
-    panorama.Rebuild(5, 5, 20, 13, 3, 52, 32, [&](CAlignedBufferT<int, 32>& table) {
-        ++calls;
-        EXPECT_EQ(table.count(), 39U);
-        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table.data()) % 32, 0U);
-        std::fill_n(table.data(), table.count(), 0);
-    });
+    panorama.Rebuild({5, 5, 20, 13, 3, 52, 32}, TableTiles::ForCaches(13, 3),
+                     [&](CAlignedBufferT<int, 32>& table) {
+                         ++calls;
+                         EXPECT_EQ(table.count(), 39U);
+                         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table.data()) % 32, 0U);
+                         std::fill_n(table.data(), table.count(), 0);
+                     });
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(panorama.table.count(), 39U);
 }
@@ -197,16 +198,16 @@ TEST(PanoramaTableRebuild, BuilderThatFailsLeavesNoTable) {
     const auto fill = [](CAlignedBufferT<int, 32>& table) {
         std::fill_n(table.data(), table.count(), 0);
     };
-    panorama.Rebuild(5, 5, 20, 8, 3, 32, 32, fill);
+    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3), fill);
     ASSERT_EQ(panorama.table.count(), 24U);
     EXPECT_TRUE(ThrowsBadAlloc([&] {
-        panorama.Rebuild(5, 5, 20, 8, 3, 32, 32,
+        panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3),
                          [](CAlignedBufferT<int, 32>&) { throw std::bad_alloc(); });
     }));
     EXPECT_EQ(panorama.table.count(), 0U);
     EXPECT_EQ(panorama.table.data(), nullptr);
     panorama.Convert<32>(nullptr, nullptr);
     panorama.ConvertTurned<32>(90.0F, nullptr, nullptr);
-    panorama.Rebuild(5, 5, 20, 8, 3, 32, 32, fill);
+    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3), fill);
     EXPECT_EQ(panorama.table.count(), 24U);
 }

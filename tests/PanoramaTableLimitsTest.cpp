@@ -23,7 +23,7 @@ class PanoramaTableLimits : public ::testing::Test {
 protected:
     static constexpr int kBytes = Family::kBytes;
 
-    static Ring SmallRing() { return PackedRing(41, 37, 24, 7, kBytes); }
+    static Ring SmallRing() { return PackedRing(41, 37, 24, 8, kBytes); }
 
     static std::vector<Ring> RingsWithTooLargeOutputs() {
         std::vector<Ring> rings;
@@ -82,15 +82,14 @@ protected:
         const auto src = CoordinateFrame(ring.srcWidth, ring.srcHeight, ring.srcStride, kBytes);
         std::vector<unsigned char> expected(ring.OutputBytes(), 0xCD);
         std::vector<unsigned char> frame = expected;
-        Paint(TableOffsets(Family::kMount, ring, kBytes), ring, kBytes, RowStart::Kept, src,
-              expected);
+        Paint(Family::ExpectedEntries(ring), ring, kBytes, RowStart::Kept, src, expected);
         Family::Init(converter, ring);
         Family::Convert(converter, src.data(), frame.data());
         EXPECT_EQ(frame, expected);
     }
 };
 
-TYPED_TEST_SUITE(PanoramaTableLimits, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(PanoramaTableLimits, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(PanoramaTableLimits, OutputOfTooManyPixelsIsRefusedBeforeMemoryIsAsked) {
     typename TypeParam::TableConverter converter;
@@ -148,7 +147,12 @@ TYPED_TEST(PanoramaTableLimits, DirectConversionOfNegativeWidthOnlyClearsItsRows
               std::vector<unsigned char>(ring.OutputBytes(), 0));
 }
 
-TYPED_TEST(PanoramaTableLimits, LastByteThatAnIntCountsIsAddressed) {
+template <class Family>
+class RingTableLimits : public ::testing::Test {};
+
+TYPED_TEST_SUITE(RingTableLimits, RingFamilies, RingFamilyNames);
+
+TYPED_TEST(RingTableLimits, LastByteThatAnIntCountsIsAddressed) {
     Ring ring = PackedRing(1, 2, 5, 2, TypeParam::kBytes);
     ring.srcStride = kLargest - TypeParam::kBytes;
     typename TypeParam::TableConverter converter;
@@ -161,7 +165,7 @@ TYPED_TEST(PanoramaTableLimits, LastByteThatAnIntCountsIsAddressed) {
 }
 
 // The scale of 16777219 is not a single precision number; the nearest one is 1 larger.
-TYPED_TEST(PanoramaTableLimits, RowOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
+TYPED_TEST(RingTableLimits, RowOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
     const Ring ring = PackedRing(16777220, 1, 5, 2, TypeParam::kBytes);
     const auto table = TypeParam::BuildTable(ring);
     const std::size_t rim = TypeParam::kMount == Mount::Table ? 5 : 0;
@@ -171,7 +175,7 @@ TYPED_TEST(PanoramaTableLimits, RowOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
     }
 }
 
-TYPED_TEST(PanoramaTableLimits, ColumnOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
+TYPED_TEST(RingTableLimits, ColumnOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
     const Ring ring = PackedRing(1, 16777220, 5, 2, TypeParam::kBytes);
     const auto table = TypeParam::BuildTable(ring);
     const std::size_t down = TypeParam::kMount == Mount::Table ? 5 + 3 : 1;
@@ -179,4 +183,43 @@ TYPED_TEST(PanoramaTableLimits, ColumnOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
     for (const int entry : table) {
         EXPECT_TRUE(entry >= 0 && entry <= 16777219 * TypeParam::kBytes) << entry;
     }
+}
+
+template <class Family>
+class DualTableLimits : public ::testing::Test {
+protected:
+    /// A dual panorama of five columns and one row for each half, which shows the lens's rim.
+    static Ring RimOf(int srcWidth, int srcHeight) {
+        Ring ring = PackedRing(srcWidth, srcHeight, 5, 2, Family::kBytes);
+        ring.innerRadiusRatio = 1.0F;
+        return ring;
+    }
+};
+
+TYPED_TEST_SUITE(DualTableLimits, DualFamilies, RingFamilyNames);
+
+TYPED_TEST(DualTableLimits, LastByteThatAnIntCountsIsAddressed) {
+    Ring ring = this->RimOf(1, 2);
+    ring.srcStride = kLargest - TypeParam::kBytes;
+    typename TypeParam::TableConverter converter;
+    EXPECT_FALSE(ThrowsBadAlloc([&] { TypeParam::Init(converter, ring); }));
+    // The middle column looks up in the upper half and down in the lower.
+    const auto table = TypeParam::BuildTable(ring);
+    EXPECT_EQ(table[2], 0);
+    EXPECT_EQ(table[5 + 2], kLargest - TypeParam::kBytes);
+}
+
+// As for the full panorama, on both sides of the lens.
+TYPED_TEST(DualTableLimits, SideOfMoreThan2To24PixelsIsNotLeftAtItsEnds) {
+    constexpr int kSide = 16777220;
+    const auto wide = TypeParam::BuildTable(this->RimOf(kSide, 1));
+    const std::size_t right = TypeParam::kMount == Mount::Table ? 0 : 4;
+    const std::size_t left = 4 - right;
+    EXPECT_EQ(wide[right], (kSide - 1) * TypeParam::kBytes);
+    EXPECT_EQ(wide[left], 0);
+    EXPECT_EQ(wide[5 + right], 0);
+    EXPECT_EQ(wide[5 + left], (kSide - 1) * TypeParam::kBytes);
+    const auto high = TypeParam::BuildTable(this->RimOf(1, kSide));
+    EXPECT_EQ(high[2], 0);
+    EXPECT_EQ(high[5 + 2], (kSide - 1) * TypeParam::kBytes);
 }

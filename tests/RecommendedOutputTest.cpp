@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "CameraRules.h"
+#include "FrontwardFisheyeAlgo.h"
 #include "KivFisheyeCamera.h"
 #include "KivFisheyeCommon.h"
 
@@ -84,6 +85,48 @@ TEST(RingSize, IsFourRadiiLongAndAsHighAsTheRingIsWide) {
     }
 }
 
+TEST(DualRingSize, IsTwoRadiiLongAndTwiceAsHighAsTheRingIsWide) {
+    for (const MountType mount : {MountTypeCeiling, MountTypeTable}) {
+        const auto size = [mount](unsigned int width, unsigned int height, float radiusX,
+                                  float radiusY, float inner) {
+            return SizeFor(width, height, mount, ViewTypeDualPanorama,
+                           {radiusX, radiusY, 45.0F, inner});
+        };
+        EXPECT_EQ(size(1000, 800, 0.5F, 0.5F, 0.0F), Size(1000, 1000));
+        EXPECT_EQ(size(1000, 800, 0.5F, 0.375F, 0.25F), Size(1000, 750));
+        EXPECT_EQ(size(1000, 800, 0.25F, 0.5F, 0.25F), Size(800, 600)) << "along the height";
+        EXPECT_EQ(size(1001, 800, 0.5F, 0.5F, 0.75F), Size(1008, 250)) << "1001 and 250.25";
+        EXPECT_EQ(size(1000, 800, 0.0F, 0.0F, 0.5F), Size(0, 0));
+    }
+}
+
+// What the wall's own functions answer is tested with them. Here it shows that they are asked, and
+// with which of the lens's values.
+TEST(WallSize, IsThatOfTheWallsFitForItsAngleAlone) {
+    constexpr DewarpParams kLens{0.25F, 0.5F, 30.0F, 0.75F};
+    int width = 0;
+    int height = 0;
+    FrontwardFisheyeAlgoNS::GetBestFitPanoramaSize(1000, 800, 0.25F, 0.5F, 30.0F, width, height);
+    EXPECT_EQ(SizeFor(1000, 800, MountTypeWall, ViewTypeFullPanorama, kLens),
+              Size(static_cast<unsigned int>(width), static_cast<unsigned int>(height)));
+    EXPECT_EQ(GetRecommendedOutputVideoRatio(1000, 800, MountTypeWall, ViewTypeFullPanorama, kLens),
+              FrontwardFisheyeAlgoNS::GetBestFitPanoramaRatio(1000, 800, 0.25F, 0.5F, 30.0F));
+    EXPECT_NE(SizeFor(1000, 800, MountTypeWall, ViewTypeFullPanorama, {0.25F, 0.5F, 60.0F, 0.75F}),
+              SizeFor(1000, 800, MountTypeWall, ViewTypeFullPanorama, kLens));
+}
+
+TEST(RecommendedSize, IsAMultipleOf8WideForEveryPairThatHasAScene) {
+    for (const MountType mount : {MountTypeWall, MountTypeCeiling, MountTypeTable}) {
+        for (const ViewType view : {ViewTypeVCam, ViewTypeDualPanorama, ViewTypeFullPanorama}) {
+            if (ValidateMountTypeAndViewType(mount, view)) {
+                const Size size = SizeFor(1277, 953, mount, view, {0.47F, 0.41F, 37.0F, 0.3F});
+                EXPECT_EQ(size.first % 8, 0U) << mount << ", " << view;
+                EXPECT_NE(size, Size(1277, 953)) << mount << ", " << view;
+            }
+        }
+    }
+}
+
 TEST(RecommendedSize, IsTheInputsWhereNothingIsKnown) {
     const Size input(1001, 7);
     EXPECT_EQ(SizeFor(1001, 7, MountTypeWall, ViewTypeDualPanorama, kTouchingLens), input);
@@ -92,16 +135,6 @@ TEST(RecommendedSize, IsTheInputsWhereNothingIsKnown) {
     }
     for (const ViewType view : {ViewTypeDualPanorama, ViewTypeFullPanorama}) {
         EXPECT_EQ(SizeFor(1001, 7, kNoMount, view, kTouchingLens), input) << view;
-    }
-}
-
-TEST(RecommendedOutput, WallPanoramasAndDualPanoramasHaveNoFitYet) {
-    const std::pair<MountType, ViewType> unfitted[] = {{MountTypeWall, ViewTypeFullPanorama},
-                                                       {MountTypeCeiling, ViewTypeDualPanorama},
-                                                       {MountTypeTable, ViewTypeDualPanorama}};
-    for (const auto& [mount, view] : unfitted) {
-        EXPECT_EQ(SizeFor(1001, 7, mount, view, kTouchingLens), Size(1001, 7));
-        EXPECT_EQ(GetRecommendedOutputVideoRatio(1001, 7, mount, view, kTouchingLens), 1.0F);
     }
 }
 
@@ -133,6 +166,19 @@ TEST(RingRatio, IsFourOverTheRingsPartOfTheRadius) {
     }
 }
 
+TEST(DualRingRatio, Is1OverTheRingsPartOfTheRadius) {
+    for (const MountType mount : {MountTypeCeiling, MountTypeTable}) {
+        const auto ratio = [mount](float radiusX, float radiusY, float inner) {
+            return GetRecommendedOutputVideoRatio(1000, 800, mount, ViewTypeDualPanorama,
+                                                  {radiusX, radiusY, 45.0F, inner});
+        };
+        EXPECT_EQ(ratio(0.5F, 0.5F, 0.0F), 1.0F);
+        EXPECT_EQ(ratio(0.5F, 0.25F, 0.75F), 4.0F);
+        EXPECT_EQ(ratio(0.25F, 0.5F, 0.5F), 2.0F);
+        EXPECT_EQ(ratio(0.0F, 0.0F, 0.5F), 1.0F) << "a ring without extent";
+    }
+}
+
 TEST(RecommendedRatio, Is1WhereNothingIsKnown) {
     EXPECT_EQ(
         GetRecommendedOutputVideoRatio(90, 7, MountTypeWall, ViewTypeDualPanorama, kTouchingLens),
@@ -143,9 +189,12 @@ TEST(RecommendedRatio, Is1WhereNothingIsKnown) {
 }
 
 TEST(RecommendedRatio, Is1WithoutAnInput) {
-    for (const ViewType view : {ViewTypeVCam, ViewTypeFullPanorama}) {
-        EXPECT_EQ(GetRecommendedOutputVideoRatio(0, 8, MountTypeTable, view, kTouchingLens), 1.0F);
-        EXPECT_EQ(GetRecommendedOutputVideoRatio(8, 0, MountTypeTable, view, kTouchingLens), 1.0F);
+    constexpr DewarpParams kHalfRing{0.5F, 0.5F, 45.0F, 0.5F};
+    for (const MountType mount : kMounts) {
+        for (const ViewType view : {ViewTypeVCam, ViewTypeDualPanorama, ViewTypeFullPanorama}) {
+            EXPECT_EQ(GetRecommendedOutputVideoRatio(0, 8, mount, view, kHalfRing), 1.0F);
+            EXPECT_EQ(GetRecommendedOutputVideoRatio(8, 0, mount, view, kHalfRing), 1.0F);
+        }
     }
 }
 

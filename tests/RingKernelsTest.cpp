@@ -8,7 +8,7 @@
 #include "support/RingGenerator.h"
 #include "support/RingModel.h"
 
-// The direct conversion against a plain single precision loop, bit for bit.
+// The direct conversions against a plain single precision loop, bit for bit.
 
 template <class Family>
 class RingKernels : public ::testing::Test {
@@ -16,13 +16,12 @@ protected:
     static std::vector<unsigned char> ExpectedPicture(const Ring& ring, float pan,
                                                       const std::vector<unsigned char>& src) {
         std::vector<unsigned char> frame(ring.OutputBytes(), 0xCD);
-        Paint(DirectOffsets(Family::kMount, ring, Family::kBytes, pan), ring, Family::kBytes,
-              RowStart::Cleared, src, frame);
+        Family::PaintDirect(ring, pan, src, frame);
         return frame;
     }
 };
 
-TYPED_TEST_SUITE(RingKernels, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(RingKernels, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(RingKernels, KernelGivesTheBitsOfThePlainLoop) {
     RingGenerator generator(20240501);

@@ -14,6 +14,8 @@ using namespace KivFisheyeLib;
 
 namespace {
 
+constexpr auto kNoMount = static_cast<MountType>(7);
+constexpr auto kNoView = static_cast<ViewType>(3);
 constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
@@ -45,13 +47,15 @@ TEST(Scene, ServesTheCamerasOutputUnlessToldAnother) {
 /// The scene for a mount and view; null where there is none.
 const std::type_info* SceneTypeOf(std::uint32_t mount, std::uint32_t view) {
     static const std::type_info* const kScenes[3][3] = {
-        {&typeid(SceneNS::CWallVCamScene), nullptr, nullptr},
-        {&typeid(SceneNS::CCeilingVCamScene), nullptr, &typeid(SceneNS::CCeilingFullPanoramaScene)},
-        {&typeid(SceneNS::CTableVCamScene), nullptr, &typeid(SceneNS::CTableFullPanoramaScene)}};
+        {&typeid(SceneNS::CWallVCamScene), nullptr, &typeid(SceneNS::CWallFullPanoramaScene)},
+        {&typeid(SceneNS::CCeilingVCamScene), &typeid(SceneNS::CCeilingDualPanoramaScene),
+         &typeid(SceneNS::CCeilingFullPanoramaScene)},
+        {&typeid(SceneNS::CTableVCamScene), &typeid(SceneNS::CTableDualPanoramaScene),
+         &typeid(SceneNS::CTableFullPanoramaScene)}};
     return mount < 3 && view < 3 ? kScenes[mount][view] : nullptr;
 }
 
-TEST(SceneFactory, MakesVirtualCamerasAndTheFullPanoramasOfCeilingAndTable) {
+TEST(SceneFactory, ServesEveryPairButADualPanoramaOfAWall) {
     for (const std::uint32_t mount : {0U, 1U, 2U, 3U, 7U, 0xFFFFFFFFU}) {
         for (const std::uint32_t view : {0U, 1U, 2U, 3U, 0xFFFFFFFFU}) {
             CKivFisheyeCamera camera;
@@ -87,18 +91,24 @@ TEST(SceneFactory, AChangeOfMountOrViewMakesTheSceneForIt) {
     camera.SetMountAndViewType(MountTypeCeiling, ViewTypeFullPanorama);
     EXPECT_TRUE(HasScene<SceneNS::CCeilingFullPanoramaScene>(camera));
     camera.SetMountType(MountTypeWall);
-    EXPECT_EQ(camera.m_scene, nullptr);
+    EXPECT_TRUE(HasScene<SceneNS::CWallFullPanoramaScene>(camera));
     camera.SetViewType(ViewTypeVCam);
     EXPECT_TRUE(HasScene<SceneNS::CWallVCamScene>(camera));
     camera.SetMountAndViewType(MountTypeTable, ViewTypeDualPanorama);
+    EXPECT_TRUE(HasScene<SceneNS::CTableDualPanoramaScene>(camera));
+    camera.SetMountType(MountTypeCeiling);
+    EXPECT_TRUE(HasScene<SceneNS::CCeilingDualPanoramaScene>(camera));
+    camera.SetViewType(kNoView);
+    EXPECT_EQ(camera.m_scene, nullptr);
+    camera.SetMountAndViewType(kNoMount, ViewTypeFullPanorama);
     EXPECT_EQ(camera.m_scene, nullptr);
 }
 
 template <class Panorama>
-class FullPanorama : public testing::Test {
+class RingPanorama : public testing::Test {
 protected:
-    FullPanorama() {
-        camera.SetMountAndViewType(Panorama::kMountType, ViewTypeFullPanorama);
+    RingPanorama() {
+        camera.SetMountAndViewType(Panorama::kMountType, Panorama::kView);
         camera.m_tilt = 20.0F;
         camera.m_zoom = 3.0F;
     }
@@ -113,10 +123,12 @@ protected:
     CKivFisheyeCamera camera;
 };
 
-using Mounts = testing::Types<CeilingPanorama<PixelFormatRGB32>, TablePanorama<PixelFormatRGB32>>;
-TYPED_TEST_SUITE(FullPanorama, Mounts);
+using RingPanoramas =
+    testing::Types<CeilingPanorama<PixelFormatRGB32>, TablePanorama<PixelFormatRGB32>,
+                   CeilingDualPanorama<PixelFormatRGB32>, TableDualPanorama<PixelFormatRGB32>>;
+TYPED_TEST_SUITE(RingPanorama, RingPanoramas);
 
-TYPED_TEST(FullPanorama, ThePanIsStoredAs0UpTo360) {
+TYPED_TEST(RingPanorama, ThePanIsStoredAs0UpTo360) {
     EXPECT_EQ(this->StoredPan(0.0F), 0.0F);
     EXPECT_EQ(this->StoredPan(45.5F), 45.5F);
     EXPECT_EQ(this->StoredPan(359.75F), 359.75F);
@@ -130,25 +142,25 @@ TYPED_TEST(FullPanorama, ThePanIsStoredAs0UpTo360) {
     EXPECT_EQ(this->StoredPan(3.6e9F), 0.0F) << "10 million turns";
 }
 
-TYPED_TEST(FullPanorama, WholeTurnsBackwardAreStoredAsMinusZero) {
+TYPED_TEST(RingPanorama, WholeTurnsBackwardAreStoredAsMinusZero) {
     EXPECT_TRUE(std::signbit(this->StoredPan(-0.0F)));
     EXPECT_TRUE(std::signbit(this->StoredPan(-720.0F)));
     EXPECT_EQ(this->StoredPan(-720.0F), 0.0F);
     EXPECT_FALSE(std::signbit(this->StoredPan(720.0F)));
 }
 
-TYPED_TEST(FullPanorama, ATinyNegativePanIsStoredAs360) {
+TYPED_TEST(RingPanorama, ATinyNegativePanIsStoredAs360) {
     EXPECT_EQ(this->StoredPan(-1e-30F), 360.0F);
     EXPECT_EQ(this->StoredPan(-std::numeric_limits<float>::denorm_min()), 360.0F);
 }
 
-TYPED_TEST(FullPanorama, NanAndInfinityAreStoredAsNan) {
+TYPED_TEST(RingPanorama, NanAndInfinityAreStoredAsNan) {
     EXPECT_TRUE(std::isnan(this->StoredPan(kNan)));
     EXPECT_TRUE(std::isnan(this->StoredPan(kInfinity)));
     EXPECT_TRUE(std::isnan(this->StoredPan(-kInfinity)));
 }
 
-TYPED_TEST(FullPanorama, RelativePanWrapsAround) {
+TYPED_TEST(RingPanorama, RelativePanWrapsAround) {
     this->camera.m_pan = 350.0F;
     EXPECT_EQ(this->camera.SetRelativePTZ(20.0F, 0.0F, 0.0F), kResultOk);
     EXPECT_EQ(this->camera.m_pan, 10.0F);
@@ -156,7 +168,7 @@ TYPED_TEST(FullPanorama, RelativePanWrapsAround) {
     EXPECT_EQ(this->camera.m_pan, 340.0F);
 }
 
-TYPED_TEST(FullPanorama, TiltAndZoomKeepTheirValues) {
+TYPED_TEST(RingPanorama, TiltAndZoomKeepTheirValues) {
     EXPECT_EQ(this->camera.SetAbsolutePTZ(10.0F, 70.0F, 9.0F), kResultOk);
     EXPECT_EQ(this->camera.SetRelativePTZ(10.0F, 70.0F, 9.0F), kResultOk);
     EXPECT_EQ(this->camera.SetRelativePTZ(0.0F, 0.0F, -1.0F), kResultOk);
@@ -169,7 +181,7 @@ TYPED_TEST(FullPanorama, TiltAndZoomKeepTheirValues) {
     EXPECT_EQ(zoom, 3.0F);
 }
 
-TYPED_TEST(FullPanorama, ThreeZeroDeltasLeaveEvenAnUnusualPanAlone) {
+TYPED_TEST(RingPanorama, ThreeZeroDeltasLeaveEvenAnUnusualPanAlone) {
     this->camera.m_pan = 400.0F;
     EXPECT_EQ(this->camera.SetRelativePTZ(0.0F, 0.0F, 0.0F), kResultNoChange);
     EXPECT_EQ(this->camera.m_pan, 400.0F);
@@ -177,13 +189,13 @@ TYPED_TEST(FullPanorama, ThreeZeroDeltasLeaveEvenAnUnusualPanAlone) {
     EXPECT_EQ(this->camera.m_pan, 40.0F) << "any other delta brings it into its range";
 }
 
-TYPED_TEST(FullPanorama, AnglesNeedNoFrames) {
+TYPED_TEST(RingPanorama, AnglesNeedNoFrames) {
     EXPECT_EQ(this->camera.SetAbsolutePTZ(30.0F, 0.0F, 0.0F), kResultOk);
     EXPECT_EQ(this->camera.m_pan, 30.0F);
     EXPECT_EQ(this->camera.Process(0), kResultNullPointer);
 }
 
-TYPED_TEST(FullPanorama, TheSceneItselfIsNotReadyWithoutBothBuffers) {
+TYPED_TEST(RingPanorama, TheSceneItselfIsNotReadyWithoutBothBuffers) {
     ASSERT_NE(this->camera.m_scene, nullptr);
     EXPECT_EQ(this->camera.m_scene->Process(0), kResultNotReady);
 
@@ -192,13 +204,13 @@ TYPED_TEST(FullPanorama, TheSceneItselfIsNotReadyWithoutBothBuffers) {
     EXPECT_EQ(this->camera.m_scene->Process(0), kResultNotReady) << "the output is missing";
 
     CKivFisheyeCamera outputOnly;
-    outputOnly.SetMountAndViewType(TypeParam::kMountType, ViewTypeFullPanorama);
+    outputOnly.SetMountAndViewType(TypeParam::kMountType, TypeParam::kView);
     ASSERT_EQ(outputOnly.SetOutputVideoParams(frame.record), kResultOk);
     EXPECT_EQ(outputOnly.m_scene->Process(0), kResultNotReady) << "the input is missing";
     EXPECT_TRUE(frame.IsFilledWith(0));
 }
 
-TYPED_TEST(FullPanorama, ATargetWithoutABufferIsNotReady) {
+TYPED_TEST(RingPanorama, ATargetWithoutABufferIsNotReady) {
     const ClientFrame frame(8, 4, PixelFormatRGB32);
     this->camera.SetInputVideoParams(frame.record, PixelFormatRGB32);
     this->camera.SetOutputVideoParams(frame.record);

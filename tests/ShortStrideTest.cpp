@@ -44,31 +44,55 @@ protected:
         }
     }
 
-    /// Holds `convert(src, dst)` against the model, on an output frame that ends at a guard.
-    template <class Convert>
-    static void ExpectPaints(const std::vector<int>& offsets, const Ring& ring, RowStart rowStart,
-                             RingGenerator& generator, Convert&& convert) {
+    /// Holds `convert(src, dst)`, on an output frame that ends at a guard, against what
+    /// `paint(src, frame)` makes of the same bytes.
+    template <class PaintFrame, class Convert>
+    static void ExpectPaints(const Ring& ring, RingGenerator& generator, PaintFrame&& paint,
+                             Convert&& convert) {
         const auto src = generator.NextBytes(ring.SourceBytes(kBytes));
         std::vector<unsigned char> expected(ring.OutputBytes(), kFill);
-        Paint(offsets, ring, kBytes, rowStart, src, expected);
+        paint(src, expected);
         GuardedBuffer frame(ring.OutputBytes(), GuardedBuffer::Side::EndsAtGuard, kFill);
         convert(src.data(), frame.data());
         ASSERT_EQ(BytesOf(frame), expected);
         ASSERT_TRUE(frame.IsSurroundingUntouched());
     }
+
+    /// A table with any entries, at each of these positions of the ring and those half the
+    /// positions further.
+    static void ExpectTurnsOfAHandMadeTable(const Ring& ring, RingGenerator& generator,
+                                            const std::vector<int>& positions) {
+        const auto entries = generator.NextEntries(ring, kBytes);
+        const HandMadeTable panorama(entries, ring, kBytes);
+        for (int position : positions) {
+            for (int i = 0; i < 2; ++i, position += Family::Positions(ring) / 2) {
+                const float pan = PanAt<Family>(position % Family::Positions(ring), ring);
+                ASSERT_NO_FATAL_FAILURE(ExpectPaints(
+                    ring, generator,
+                    [&](const auto& src, auto& frame) {
+                        Family::PaintTurned(entries, ring, pan, src, frame);
+                    },
+                    [&](const unsigned char* src, unsigned char* dst) {
+                        Family::ConvertTurned(panorama, pan, src, dst);
+                    }))
+                    << ring << ", position " << position;
+            }
+        }
+    }
 };
 
-TYPED_TEST_SUITE(ShortStride, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(ShortStride, PanoramaFamilies, RingFamilyNames);
 
 TYPED_TEST(ShortStride, DirectRowsOverlapAndStayInTheFrame) {
     this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
         typename TypeParam::DirectConverter converter;
         TypeParam::Init(converter, ring);
-        this->ExpectPaints(DirectOffsets(TypeParam::kMount, ring, TypeParam::kBytes, 20.0F), ring,
-                           RowStart::Cleared, generator,
-                           [&](const unsigned char* src, unsigned char* dst) {
-                               TypeParam::Convert(converter, 20.0F, src, dst);
-                           });
+        this->ExpectPaints(
+            ring, generator,
+            [&](const auto& src, auto& frame) { TypeParam::PaintDirect(ring, 20.0F, src, frame); },
+            [&](const unsigned char* src, unsigned char* dst) {
+                TypeParam::Convert(converter, 20.0F, src, dst);
+            });
     });
 }
 
@@ -76,11 +100,15 @@ TYPED_TEST(ShortStride, TableRowsOverlapAndStayInTheFrame) {
     this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
         typename TypeParam::TableConverter converter;
         TypeParam::Init(converter, ring);
-        this->ExpectPaints(TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes), ring,
-                           RowStart::Kept, generator,
-                           [&](const unsigned char* src, unsigned char* dst) {
-                               TypeParam::Convert(converter, src, dst);
-                           });
+        this->ExpectPaints(
+            ring, generator,
+            [&](const auto& src, auto& frame) {
+                Paint(TypeParam::ExpectedEntries(ring), ring, TypeParam::kBytes, RowStart::Kept,
+                      src, frame);
+            },
+            [&](const unsigned char* src, unsigned char* dst) {
+                TypeParam::Convert(converter, src, dst);
+            });
     });
 }
 
@@ -88,15 +116,18 @@ TYPED_TEST(ShortStride, TurnedTableRowsOverlapAndStayInTheFrame) {
     this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
         typename TypeParam::TableConverter converter;
         TypeParam::Init(converter, ring);
-        const auto offsets = TableOffsets(TypeParam::kMount, ring, TypeParam::kBytes);
-        for (int shift = 0; shift < ring.dstWidth; ++shift) {
-            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / ring.dstWidth);
+        const auto entries = TypeParam::ExpectedEntries(ring);
+        for (int position = 0; position < TypeParam::Positions(ring); ++position) {
+            const float pan = PanAt<TypeParam>(position, ring);
             ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
-                TurnedOffsets(offsets, ring, shift), ring, RowStart::Kept, generator,
+                ring, generator,
+                [&](const auto& src, auto& frame) {
+                    TypeParam::PaintTurned(entries, ring, pan, src, frame);
+                },
                 [&](const unsigned char* src, unsigned char* dst) {
                     TypeParam::Convert(converter, pan, src, dst);
                 }))
-                << "shift " << shift;
+                << "position " << position;
         }
     });
 }
@@ -105,20 +136,9 @@ TYPED_TEST(ShortStride, TurnedTableRowsOverlapAndStayInTheFrame) {
 TYPED_TEST(ShortStride, LongRowsOfATableAreCutAnywhere) {
     RingGenerator generator(61);
     for (int stride = 0; stride <= 150 * TypeParam::kBytes; stride += 7) {
-        Ring ring = PackedRing(40, 30, 150, 3, TypeParam::kBytes);
+        Ring ring = PackedRing(40, 30, 150, 4, TypeParam::kBytes);
         ring.dstStride = stride;
-        const auto entries = generator.NextEntries(ring, TypeParam::kBytes);
-        const HandMadeTable panorama(entries, ring, TypeParam::kBytes);
-        for (const int shift : {0, 10, 75, 149}) {
-            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / 150);
-            ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
-                TurnedOffsets(entries, ring, shift), ring, RowStart::Kept, generator,
-                [&](const unsigned char* src, unsigned char* dst) {
-                    panorama.template ConvertTurned<static_cast<unsigned long>(TypeParam::kBits)>(
-                        pan, src, dst);
-                }))
-                << "stride " << stride << ", shift " << shift;
-        }
+        this->ExpectTurnsOfAHandMadeTable(ring, generator, {0, 10, 75, 149});
     }
 }
 
@@ -128,18 +148,7 @@ TYPED_TEST(ShortStride, RowsOfALargeTableOverlapInTheirOrder) {
     Ring ring = PackedRing(40, 30, 4500, 40, TypeParam::kBytes);
     for (const int stride : {1, 6000, 4500 * TypeParam::kBytes - 1}) {
         ring.dstStride = stride;
-        const auto entries = generator.NextEntries(ring, TypeParam::kBytes);
-        const HandMadeTable panorama(entries, ring, TypeParam::kBytes);
-        for (const int shift : {0, 10, 3000, 4490}) {
-            const auto pan = static_cast<float>((shift + 0.5) * 360.0 / 4500);
-            ASSERT_NO_FATAL_FAILURE(this->ExpectPaints(
-                TurnedOffsets(entries, ring, shift), ring, RowStart::Kept, generator,
-                [&](const unsigned char* src, unsigned char* dst) {
-                    panorama.template ConvertTurned<static_cast<unsigned long>(TypeParam::kBits)>(
-                        pan, src, dst);
-                }))
-                << "stride " << stride << ", shift " << shift;
-        }
+        this->ExpectTurnsOfAHandMadeTable(ring, generator, {0, 10, 3000, 4490});
     }
 }
 

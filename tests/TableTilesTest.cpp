@@ -53,17 +53,21 @@ TEST(TableTilesOrder, WholeRowsGoFromFirstToLast) {
 }
 
 TEST(TableTilesOrder, CoversEveryEntryOnceAndEachColumnFromTheTop) {
-    for (const int width : {1, 2047, 2048, 2049, 4096, 4097, 5000, 5120}) {
+    const std::vector<TableTiles> choices{TableTiles::ForCaches(64, 64),
+                                          TableTiles::ForCaches(4096, 4096)};
+    for (const int width : {1, 1023, 1024, 2047, 2048, 2049, 4097, 5120}) {
         for (const int height : {1, 31, 32, 33, 64, 70}) {
-            std::vector<int> nextRow(static_cast<std::size_t>(width), 0);
-            for (const RowPart& part : Visits(TableTiles::ForCaches(width), width, height)) {
-                ASSERT_LT(part.left, part.right);
-                for (int x = part.left; x < part.right; ++x) {
-                    ASSERT_EQ(nextRow.at(static_cast<std::size_t>(x))++, part.y)
-                        << "column " << x << " of " << width << "x" << height;
+            for (const TableTiles& tiles : choices) {
+                std::vector<int> nextRow(static_cast<std::size_t>(width), 0);
+                for (const RowPart& part : Visits(tiles, width, height)) {
+                    ASSERT_LT(part.left, part.right);
+                    for (int x = part.left; x < part.right; ++x) {
+                        ASSERT_EQ(nextRow.at(static_cast<std::size_t>(x))++, part.y)
+                            << "column " << x << " of " << width << "x" << height;
+                    }
                 }
+                EXPECT_EQ(nextRow, std::vector<int>(static_cast<std::size_t>(width), height));
             }
-            EXPECT_EQ(nextRow, std::vector<int>(static_cast<std::size_t>(width), height));
         }
     }
 }

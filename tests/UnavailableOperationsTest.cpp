@@ -55,14 +55,16 @@ TEST_F(UnavailableOperations, OutlinesOfTheViewAreNotReadyAndWriteNothing) {
     EXPECT_TRUE(IsUntouched());
 }
 
-TEST_F(UnavailableOperations, ViewsWithoutASceneConvertNothing) {
+TEST_F(UnavailableOperations, MountsAndViewsWithoutAMeaningConvertNothing) {
     panorama.output.Fill(0xCD);
-    for (const MountType mount : {MountTypeCeiling, MountTypeTable}) {
-        ASSERT_EQ(camera.SetMountAndViewType(mount, ViewTypeDualPanorama), kResultOk);
+    for (const MountType mount : {MountTypeWall, MountTypeCeiling, MountTypeTable}) {
+        ASSERT_EQ(camera.SetMountAndViewType(mount, static_cast<ViewType>(3)), kResultOk);
         EXPECT_EQ(camera.Process(0), kResultNotReady);
     }
-    ASSERT_EQ(camera.SetMountAndViewType(MountTypeWall, ViewTypeFullPanorama), kResultOk);
-    EXPECT_EQ(camera.Process(0), kResultNotReady);
+    for (const ViewType view : {ViewTypeVCam, ViewTypeDualPanorama, ViewTypeFullPanorama}) {
+        ASSERT_EQ(camera.SetMountAndViewType(static_cast<MountType>(3), view), kResultOk);
+        EXPECT_EQ(camera.Process(0), kResultNotReady);
+    }
     EXPECT_TRUE(panorama.output.IsFilledWith(0xCD));
 }
 

@@ -194,7 +194,7 @@ TEST(VCamAngles, SurviveAPanoramaWhichChangesThePanAlone) {
 TEST(VCamAngles, SurviveAViewWithoutAScene) {
     AngledCamera ceiling(MountTypeCeiling);
     ceiling.Set(45.0F, 30.0F, 4.0F);
-    ASSERT_EQ(ceiling.camera.SetMountAndViewType(MountTypeWall, ViewTypeFullPanorama), kResultOk);
+    ASSERT_EQ(ceiling.camera.SetViewType(static_cast<ViewType>(3)), kResultOk);
     EXPECT_EQ(ceiling.camera.m_scene, nullptr);
     EXPECT_EQ(ceiling.camera.SetAbsolutePTZ(1.0F, 2.0F, 3.0F), kResultNotReady);
     EXPECT_EQ(ceiling.camera.SetRelativePTZ(1.0F, 2.0F, 3.0F), kResultNotReady);
@@ -205,7 +205,7 @@ TEST(VCamAngles, SurviveAViewWithoutAScene) {
 template <class Panorama>
 class PanoramaAfterAVCam : public testing::Test, public PanoramaCamera<Panorama> {};
 
-TYPED_TEST_SUITE(PanoramaAfterAVCam, Panoramas);
+TYPED_TEST_SUITE(PanoramaAfterAVCam, FullPanoramas);
 
 TYPED_TEST(PanoramaAfterAVCam, IsTurnedByItsPanAtOnce) {
     const ClientFrame unturned = this->Expected();

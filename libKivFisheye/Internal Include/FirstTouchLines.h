@@ -6,29 +6,34 @@
 #include <cstdint>
 #include <vector>
 
+#include "Prefetch.h"
 #include "TableTiles.h"
 
 /// The cache lines of the source frame in the order in which a table first leads to them.
 ///
-/// A conversion reads scattered source pixels, and waiting for lines that were never touched is most
-/// of what it costs. Once fetched, a line serves many rows, so asking for each line once, some rows
-/// before its first use, takes far fewer requests than asking for each pixel. The list takes about a
-/// twentieth of the table's memory for an output of the recommended size, and up to as much again
-/// for one so small that hardly two of its pixels share a line.
+/// A conversion reads scattered source pixels, and waiting for lines that were never touched is
+/// most of what it costs. Once fetched, a line serves many rows, so asking for each line once, some
+/// rows before its first use, takes far fewer requests than asking for each pixel. The list takes
+/// about a twentieth of the table's memory for an output of the recommended size, and up to as much
+/// again for one so small that hardly two of its pixels share a line.
 class FirstTouchLines {
 public:
     static constexpr int kLineBytes = 64;
+
+    const TableTiles& Tiles() const { return m_tiles; }
 
     void Clear() {
         m_lines.clear();
         m_rowEnds.clear();
     }
 
-    /// Lists the lines of a table whose offsets are all below `sourceBytes`.
+    /// Lists the lines of a table that will be gone through in `tiles` and whose offsets are all
+    /// below `sourceBytes`.
     template <int outOfFrame>
-    void Build(const int* table, int width, int height, std::int64_t sourceBytes) {
+    void Build(const int* table, int width, int height, std::int64_t sourceBytes,
+               const TableTiles& tiles) {
         Clear();
-        const TableTiles tiles = TableTiles::ForCaches(width);
+        m_tiles = tiles;
         m_rowEnds.reserve(tiles.CountRows(width, height));
         std::vector<bool> touched(static_cast<std::size_t>(sourceBytes / kLineBytes + 1));
         const auto listRow = [&](int y, int left, int right) {
@@ -55,27 +60,33 @@ public:
     class Walk {
     public:
         Walk(const FirstTouchLines& lines, const unsigned char* src)
-            : m_owner(lines), m_src(src), m_next(lines.m_lines.data()) {}
+            : m_owner(lines),
+              m_src(src),
+              m_rowsAhead(static_cast<std::size_t>(
+                  std::clamp(kEntriesAhead / lines.m_tiles.columns, kFewestRows, kMostRows))),
+              m_next(lines.m_lines.data()) {}
 
         /// Before each row of each tile.
         void NextRow() {
-            const std::uint32_t* const end = m_owner.EndOfRow(m_row + kRowsAhead);
+            const std::uint32_t* const end = m_owner.EndOfRow(m_row + m_rowsAhead);
             for (; m_next < end; ++m_next) {
                 // The line's middle: frames need not stand at a line's start.
                 const std::size_t offset = std::size_t{*m_next} * kLineBytes + kLineBytes / 2;
-                __builtin_prefetch(m_src + offset, 0, kSecondLevelCache);
+                Prefetch<kSecondLevelCache>(m_src + offset);
             }
             ++m_row;
         }
 
     private:
-        // Far enough for memory to answer. What was requested fits in a second-level cache, but not
-        // in the first.
-        static constexpr std::size_t kRowsAhead = 32;
-        static constexpr int kSecondLevelCache = 2;
+        // Far enough for memory to answer, and near enough for what was asked for to stay in a
+        // second-level cache until then.
+        static constexpr int kEntriesAhead = 8192;
+        static constexpr int kFewestRows = 4;
+        static constexpr int kMostRows = 16;
 
         const FirstTouchLines& m_owner;
         const unsigned char* m_src;
+        std::size_t m_rowsAhead;
         const std::uint32_t* m_next;
         std::size_t m_row = 0;
     };
@@ -86,6 +97,7 @@ private:
         return row < m_rowEnds.size() ? lines + m_rowEnds[row] : lines + m_lines.size();
     }
 
+    TableTiles m_tiles{1, 1};
     std::vector<std::uint32_t> m_lines;
     std::vector<std::uint32_t> m_rowEnds;
 };

@@ -3,21 +3,27 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 /// The order in which a table's entries are gone through: tiles of a few rows and a limited width,
 /// one beside the other, and the rows of each from the top. A ring crosses thousands of source
 /// rows; within a tile it crosses few enough for their cache lines to stay near until the tile's
 /// next row needs them again.
 struct TableTiles {
+    static constexpr int kNarrow = 256;
+
     int columns;
     int rows;
 
     /// What keeps an output frame's rows in their order from first to last.
     static TableTiles WholeRows(int width) { return {width, 1}; }
-    /// Small panoramas fare best with long rows; wide ones, whose rings leave a second-level cache
-    /// between one row and the next, with narrow and high tiles. Both are measured.
-    static TableTiles ForCaches(int width) {
-        return width > 4096 ? TableTiles{1024, 64} : TableTiles{2048, 32};
+    /// Small panoramas fare best with long rows. Of large ones a row crosses more cache lines and
+    /// more memory pages than the processor keeps at hand until the next, so their tiles are
+    /// narrow. Both are measured.
+    static TableTiles ForCaches(int width, int height) {
+        constexpr std::int64_t kLargeTable = 1 << 22;
+        return std::int64_t{width} * height > kLargeTable ? TableTiles{kNarrow, 128}
+                                                          : TableTiles{2048, 32};
     }
 
     /// How often `ForEachRow` visits.

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "TwoHalves.h"
+
 using namespace KivFisheyeLib;
 
 namespace {
@@ -76,27 +78,6 @@ TEST(Context, TellsTheInstructionSet) {
 #if defined(__x86_64__)
     EXPECT_GE(level, 2) << "every 64-bit processor of this make has SSE2";
 #endif
-}
-
-/// A source whose left half is of one colour and whose right half is of another.
-std::vector<unsigned char> TwoHalves(int width, int height, int bytesPerPixel) {
-    std::vector<unsigned char> frame;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            frame.insert(frame.end(), static_cast<std::size_t>(bytesPerPixel),
-                         x < width / 2 ? 0x10 : 0xF0);
-        }
-    }
-    return frame;
-}
-
-/// The colours of a row of pixels.
-std::vector<unsigned char> Colours(const unsigned char* row, int width, int bytesPerPixel) {
-    std::vector<unsigned char> colours;
-    for (int x = 0; x < width; ++x) {
-        colours.push_back(row[static_cast<std::ptrdiff_t>(x) * bytesPerPixel]);
-    }
-    return colours;
 }
 
 // Eight columns look at 0, 51, 103, 154, 206, 257, 309 and 360 degrees, counted from the right of

@@ -1,5 +1,5 @@
-// What tests ask of vectors, with plain arrays on both sides. Included once for each width of lanes,
-// inside a namespace that names its lanes `Floats` and `Mask`, and inside the target region
+// What tests ask of vectors, with plain arrays on both sides. Included once for each width of
+// lanes, inside a namespace that names its lanes `Floats` and `Mask`, and inside the target region
 // of their instructions.
 
 struct Lanes {

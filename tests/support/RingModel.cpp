@@ -8,6 +8,7 @@ namespace {
 
 constexpr float kRadiansPerDegree = 0.0174532924F;
 constexpr float kTurn = 6.28318548F;
+constexpr float kHalfTurn = 3.14159274F;
 
 const double kPi = std::acos(-1.0);
 // The rounding of one operation in single precision, relative to its result.
@@ -23,17 +24,21 @@ Radii RadiiOfRows(Mount mount, float radius, float ratio) {
     return mount == Mount::Table ? Radii{inner, radius} : Radii{radius, inner};
 }
 
-int OffsetOf(const Ring& ring, int bytesPerPixel, float u, float v) {
+/// Whether a pixel shows the point on its ray or the one opposite, through the lens's centre.
+enum class Side { Same, Opposite };
+
+int OffsetOf(const Ring& ring, int bytesPerPixel, float u, float v, Side side) {
     if (!(u >= -0.5F && u <= 0.5F && v >= -0.5F && v <= 0.5F)) {
         return kNoSource;
     }
-    const float column = static_cast<float>(ring.srcWidth - 1) * (u + 0.5F);
-    const float row = static_cast<float>(ring.srcHeight - 1) * (0.5F - v);
+    const bool isSame = side == Side::Same;
+    const float column = static_cast<float>(ring.srcWidth - 1) * (isSame ? 0.5F + u : 0.5F - u);
+    const float row = static_cast<float>(ring.srcHeight - 1) * (isSame ? 0.5F - v : 0.5F + v);
     return static_cast<int>(row) * ring.srcStride + static_cast<int>(column) * bytesPerPixel;
 }
 
 std::vector<int> OffsetsAlong(const std::vector<float>& angles, Mount mount, const Ring& ring,
-                              int bytesPerPixel) {
+                              int bytesPerPixel, Side side = Side::Same) {
     const Radii radiiX = RadiiOfRows(mount, ring.radiusX, ring.innerRadiusRatio);
     const Radii radiiY = RadiiOfRows(mount, ring.radiusY, ring.innerRadiusRatio);
     const auto steps = static_cast<float>(ring.dstHeight - 1);
@@ -44,7 +49,7 @@ std::vector<int> OffsetsAlong(const std::vector<float>& angles, Mount mount, con
         for (const float theta : angles) {
             const auto cosine = static_cast<float>(std::cos(static_cast<double>(theta)));
             const auto sine = static_cast<float>(std::sin(static_cast<double>(theta)));
-            offsets.push_back(OffsetOf(ring, bytesPerPixel, rx * cosine, ry * sine));
+            offsets.push_back(OffsetOf(ring, bytesPerPixel, rx * cosine, ry * sine, side));
         }
         rx += (radiiX.last - radiiX.first) / steps;
         ry += (radiiY.last - radiiY.first) / steps;
@@ -52,27 +57,38 @@ std::vector<int> OffsetsAlong(const std::vector<float>& angles, Mount mount, con
     return offsets;
 }
 
+/// Both halves, row by row of each, through the points of the upper one.
+std::vector<int> DualOffsetsAlong(const std::vector<float>& angles, Mount mount, const Ring& ring,
+                                  int bytesPerPixel) {
+    Ring upperHalf = ring;
+    upperHalf.dstHeight = ring.dstHeight / 2;
+    std::vector<int> offsets = OffsetsAlong(angles, mount, upperHalf, bytesPerPixel);
+    const std::vector<int> lower =
+        OffsetsAlong(angles, mount, upperHalf, bytesPerPixel, Side::Opposite);
+    offsets.insert(offsets.end(), lower.begin(), lower.end());
+    return offsets;
+}
+
+void StorePixel(int offset, const Ring& ring, int bytesPerPixel, std::size_t row,
+                std::size_t column, const std::vector<unsigned char>& src,
+                std::vector<unsigned char>& dst) {
+    const auto bytes = static_cast<std::size_t>(bytesPerPixel);
+    const std::size_t at = row * static_cast<std::size_t>(ring.dstStride) + column * bytes;
+    if (offset != kNoSource && at + bytes <= ring.OutputBytes()) {
+        std::copy_n(src.begin() + offset, bytesPerPixel,
+                    dst.begin() + static_cast<std::ptrdiff_t>(at));
+    }
+}
+
 }  // namespace
 
-std::size_t Ring::SourceBytes(int bytesPerPixel) const {
-    return static_cast<std::size_t>((srcHeight - 1) * srcStride + srcWidth * bytesPerPixel);
-}
-
-std::size_t Ring::OutputBytes() const {
-    return static_cast<std::size_t>(dstHeight) * static_cast<std::size_t>(dstStride);
-}
-
 std::ostream& operator<<(std::ostream& out, const Ring& ring) {
-    out.precision(9);
-    return out << "source " << ring.srcWidth << "x" << ring.srcHeight << " stride "
-               << ring.srcStride << ", output " << ring.dstWidth << "x" << ring.dstHeight
-               << " stride " << ring.dstStride << ", radii " << ring.radiusX << " and "
-               << ring.radiusY << ", inner ratio " << ring.innerRadiusRatio;
+    return out << static_cast<const PanoramaFrames&>(ring) << ", inner ratio "
+               << ring.innerRadiusRatio;
 }
 
 Ring PackedRing(int srcWidth, int srcHeight, int dstWidth, int dstHeight, int bytesPerPixel) {
-    return {srcWidth, srcHeight, srcWidth * bytesPerPixel,
-            dstWidth, dstHeight, dstWidth * bytesPerPixel};
+    return {PackedFrames(srcWidth, srcHeight, dstWidth, dstHeight, bytesPerPixel)};
 }
 
 std::vector<float> SteppedAngles(float first, float last, int columns) {
@@ -109,21 +125,58 @@ std::vector<int> TurnedOffsets(const std::vector<int>& offsets, const Ring& ring
     return turned;
 }
 
-void Paint(const std::vector<int>& offsets, const Ring& ring, int bytesPerPixel, RowStart rowStart,
-           const std::vector<unsigned char>& src, std::vector<unsigned char>& frame) {
-    const auto bytes = static_cast<std::size_t>(bytesPerPixel);
-    const auto stride = static_cast<std::size_t>(ring.dstStride);
-    std::size_t next = 0;
-    for (std::size_t y = 0; y < static_cast<std::size_t>(ring.dstHeight); ++y) {
-        for (std::size_t i = 0; i < stride && rowStart == RowStart::Cleared; ++i) {
-            frame[y * stride + i] = 0;
+std::vector<int> DualDirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan) {
+    const float turn = pan * kRadiansPerDegree;
+    const bool isTable = mount == Mount::Table;
+    const float first = isTable ? -turn : turn + kHalfTurn;
+    const float last = isTable ? kHalfTurn - turn : turn;
+    return DualOffsetsAlong(SteppedAngles(first, last, ring.dstWidth), mount, ring, bytesPerPixel);
+}
+
+std::vector<int> DualTableOffsets(Mount mount, const Ring& ring, int bytesPerPixel) {
+    const bool isTable = mount == Mount::Table;
+    std::vector<int> offsets = DualOffsetsAlong(
+        SteppedAngles(isTable ? 0.0F : kHalfTurn, isTable ? kHalfTurn : 0.0F, ring.dstWidth), mount,
+        ring, bytesPerPixel);
+    offsets.resize(static_cast<std::size_t>(ring.dstWidth * ring.dstHeight), kNoSource);
+    return offsets;
+}
+
+DualTurn DualTurnOf(int width, float pan) {
+    const float turn = std::fmod(pan, 360.0F);
+    const float product = static_cast<float>(width) * std::fmod(turn, 180.0F);
+    return {static_cast<int>(static_cast<double>(product) / 180.0), turn > 180.0F};
+}
+
+std::vector<int> DualTurnedOffsets(const std::vector<int>& offsets, const Ring& ring,
+                                   DualTurn turn) {
+    const int half = ring.dstHeight / 2;
+    std::vector<int> turned;
+    for (int y = 0; y < 2 * half; ++y) {
+        for (int x = 0; x < ring.dstWidth; ++x) {
+            const bool entersFromOtherHalf = x < turn.shift;
+            const int column = x - turn.shift + (entersFromOtherHalf ? ring.dstWidth : 0);
+            const bool isOtherHalf = entersFromOtherHalf != turn.isExchanged;
+            const int row = isOtherHalf ? (y + half) % (2 * half) : y;
+            turned.push_back(offsets[static_cast<std::size_t>(row * ring.dstWidth + column)]);
         }
-        for (std::size_t x = 0; x < static_cast<std::size_t>(ring.dstWidth); ++x) {
-            const int offset = offsets[next++];
-            const std::size_t begin = y * stride + x * bytes;
-            for (std::size_t i = 0; i < bytes && begin + bytes <= ring.OutputBytes(); ++i) {
-                frame[begin + i] =
-                    offset == kNoSource ? 0 : src[static_cast<std::size_t>(offset) + i];
+    }
+    return turned;
+}
+
+void PaintBothHalves(const std::vector<int>& offsets, const Ring& ring, int bytesPerPixel,
+                     const std::vector<unsigned char>& src, std::vector<unsigned char>& dst) {
+    const auto width = static_cast<std::size_t>(ring.dstWidth);
+    const auto half = static_cast<std::size_t>(ring.dstHeight / 2);
+    for (std::size_t upper = 0; upper < half; ++upper) {
+        const std::size_t rows[] = {upper, half + upper};
+        for (const std::size_t row : rows) {
+            const std::ptrdiff_t start = static_cast<std::ptrdiff_t>(row) * ring.dstStride;
+            std::fill_n(dst.begin() + start, ring.dstStride, static_cast<unsigned char>(0));
+        }
+        for (std::size_t x = 0; x < width; ++x) {
+            for (const std::size_t row : rows) {
+                StorePixel(offsets[row * width + x], ring, bytesPerPixel, row, x, src, dst);
             }
         }
     }
@@ -136,20 +189,32 @@ bool ExactPoint::IsInside(double margin) const {
 // Single precision forms the start, the end, their difference, the quotient that is the step, and
 // then one sum for each column. Each rounds once, relative to at most the largest angle; the
 // constants it uses for pi round once more.
-ExactRing::ExactRing(Mount mount, const Ring& ring, double first, double last)
-    : m_mount(mount), m_ring(ring), m_firstAngle(first), m_lastAngle(last) {
+ExactRing::ExactRing(Mount mount, const Ring& ring, int rows, double first, double last)
+    : m_mount(mount), m_ring(ring), m_rows(rows), m_firstAngle(first), m_lastAngle(last) {
     const double largest = 1.01 * std::max(std::fabs(first), std::fabs(last));
     m_angleError = kRounding * ((ring.dstWidth + 5) * largest + 2.0 * std::fabs(last - first));
 }
 
 ExactRing ExactRing::Direct(Mount mount, const Ring& ring, float pan) {
     const double first = pan * kPi / 180.0;
-    return {mount, ring, first, first + 2.0 * kPi};
+    return {mount, ring, ring.dstHeight, first, first + 2.0 * kPi};
 }
 
 ExactRing ExactRing::Table(Mount mount, const Ring& ring) {
-    return mount == Mount::Table ? ExactRing(mount, ring, 0.0, 2.0 * kPi)
-                                 : ExactRing(mount, ring, 2.0 * kPi, 0.0);
+    return mount == Mount::Table ? ExactRing(mount, ring, ring.dstHeight, 0.0, 2.0 * kPi)
+                                 : ExactRing(mount, ring, ring.dstHeight, 2.0 * kPi, 0.0);
+}
+
+// The ring turns the other way than a full panorama's: on a table the angles fall with the pan, on
+// a ceiling, whose angles run from left to right, they rise.
+ExactRing ExactRing::DualDirect(Mount mount, const Ring& ring, float pan) {
+    const double turn = pan * kPi / 180.0;
+    return mount == Mount::Table ? ExactRing(mount, ring, ring.dstHeight / 2, -turn, kPi - turn)
+                                 : ExactRing(mount, ring, ring.dstHeight / 2, turn + kPi, turn);
+}
+
+ExactRing ExactRing::DualTable(Mount mount, const Ring& ring) {
+    return DualDirect(mount, ring, 0.0F);
 }
 
 ExactRing ExactRing::WithAngles(const std::vector<float>& angles) const {
@@ -167,11 +232,12 @@ ExactPoint ExactRing::PointAt(int x, int y) const {
         m_givenAngles.empty()
             ? m_firstAngle + (m_lastAngle - m_firstAngle) * share(x, m_ring.dstWidth)
             : static_cast<double>(m_givenAngles[static_cast<std::size_t>(x)]);
-    const double inward =
-        m_mount == Mount::Table ? 1.0 - share(y, m_ring.dstHeight) : share(y, m_ring.dstHeight);
+    const double across = y < m_rows ? 1.0 : -1.0;
+    const double down = share(y % m_rows, m_rows);
+    const double inward = m_mount == Mount::Table ? 1.0 - down : down;
     const double radius = 1.0 - inward * (1.0 - static_cast<double>(m_ring.innerRadiusRatio));
-    const double u = static_cast<double>(m_ring.radiusX) * radius * std::cos(theta);
-    const double v = static_cast<double>(m_ring.radiusY) * radius * std::sin(theta);
+    const double u = static_cast<double>(m_ring.radiusX) * radius * std::cos(theta) * across;
+    const double v = static_cast<double>(m_ring.radiusY) * radius * std::sin(theta) * across;
     return {u, v, (m_ring.srcWidth - 1) * (0.5 + u), (m_ring.srcHeight - 1) * (0.5 - v)};
 }
 

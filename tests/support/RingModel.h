@@ -1,39 +1,25 @@
 #ifndef KIVFISHEYE_TESTS_RING_MODEL_H
 #define KIVFISHEYE_TESTS_RING_MODEL_H
 
-#include <cstddef>
 #include <iosfwd>
 #include <vector>
+
+#include "support/PanoramaFrames.h"
 
 // Two models of the unrolled ring that share no code with the library: one repeats its single
 // precision arithmetic in the plainest way, the other is geometry in double precision.
 
 enum class Mount { Table, Ceiling };
 
-/// One unrolling: sizes in pixels, strides in bytes, and the lens as fractions of the frame.
-struct Ring {
-    int srcWidth = 0;
-    int srcHeight = 0;
-    int srcStride = 0;
-    int dstWidth = 0;
-    int dstHeight = 0;
-    int dstStride = 0;
-    float radiusX = 0.5F;
-    float radiusY = 0.5F;
+/// One unrolling.
+struct Ring : PanoramaFrames {
     float innerRadiusRatio = 0.0F;
-
-    /// Bytes up to the end of the last row's last pixel, or of the last row's stride.
-    std::size_t SourceBytes(int bytesPerPixel) const;
-    std::size_t OutputBytes() const;
 };
 
 std::ostream& operator<<(std::ostream& out, const Ring& ring);
 
 /// A ring between frames without row padding.
 Ring PackedRing(int srcWidth, int srcHeight, int dstWidth, int dstHeight, int bytesPerPixel);
-
-/// The value that stands for an output pixel without a source pixel.
-constexpr int kNoSource = -1;
 
 /// The byte offset of each output pixel's source pixel in single precision, row by row: as the
 /// direct conversion samples them at `pan` degrees, and as a table holds them.
@@ -43,13 +29,29 @@ std::vector<int> TableOffsets(Mount mount, const Ring& ring, int bytesPerPixel);
 /// The offsets with each row turned to the left by `shift` columns.
 std::vector<int> TurnedOffsets(const std::vector<int>& offsets, const Ring& ring, int shift);
 
-/// What a conversion does to a row before it stores the row's pixels.
-enum class RowStart { Cleared, Kept };
+/// The same of a dual panorama. Offsets of an odd last row are only in a table.
+std::vector<int> DualDirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan);
+std::vector<int> DualTableOffsets(Mount mount, const Ring& ring, int bytesPerPixel);
 
-/// Stores the pixels at `offsets` of `src` into `frame`, byte by byte and in order. Pixels that
-/// would end beyond the frame are left out.
-void Paint(const std::vector<int>& offsets, const Ring& ring, int bytesPerPixel, RowStart rowStart,
-           const std::vector<unsigned char>& src, std::vector<unsigned char>& frame);
+/// By how many columns a dual panorama moves to the right within its half, and whether the halves
+/// exchange their places.
+struct DualTurn {
+    int shift;
+    bool isExchanged;
+};
+
+/// The turn by a pan of at least 0, in single precision.
+DualTurn DualTurnOf(int width, float pan);
+
+/// A dual table's offsets turned so: what leaves one half on the right enters the other on the
+/// left. Without an odd last row.
+std::vector<int> DualTurnedOffsets(const std::vector<int>& offsets, const Ring& ring,
+                                   DualTurn turn);
+
+/// Stores a dual panorama's pixels in the order of its direct conversion: row by row of both halves
+/// at once. A pixel without a source is left as the clearing of its row made it.
+void PaintBothHalves(const std::vector<int>& offsets, const Ring& ring, int bytesPerPixel,
+                     const std::vector<unsigned char>& src, std::vector<unsigned char>& dst);
 
 /// The columns' angles as single precision reaches them step by step.
 std::vector<float> SteppedAngles(float first, float last, int columns);
@@ -70,6 +72,9 @@ public:
     /// The direct conversion at `pan` degrees, and the table.
     static ExactRing Direct(Mount mount, const Ring& ring, float pan);
     static ExactRing Table(Mount mount, const Ring& ring);
+    /// The same of a dual panorama; its height is even.
+    static ExactRing DualDirect(Mount mount, const Ring& ring, float pan);
+    static ExactRing DualTable(Mount mount, const Ring& ring);
 
     /// Takes the columns' angles from `angles` instead of spacing them exactly.
     ExactRing WithAngles(const std::vector<float>& angles) const;
@@ -82,10 +87,11 @@ public:
     double ErrorOfRow() const;
 
 private:
-    ExactRing(Mount mount, const Ring& ring, double first, double last);
+    ExactRing(Mount mount, const Ring& ring, int rows, double first, double last);
 
     Mount m_mount;
     Ring m_ring;
+    int m_rows;
     double m_firstAngle;
     double m_lastAngle;
     double m_angleError;

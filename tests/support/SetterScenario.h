@@ -11,8 +11,8 @@ struct Setter {
     std::function<bool()> isStored;
 };
 
-/// A camera that is one setter short of a full panorama with other frames or another lens, or of a
-/// full panorama at all.
+/// A camera that is one setter short of a panorama with other frames or another lens, or of a
+/// panorama at all.
 template <class Panorama>
 struct SetterScenario : PanoramaCamera<Panorama> {
     using PanoramaCamera<Panorama>::camera;
@@ -45,8 +45,8 @@ struct SetterScenario : PanoramaCamera<Panorama> {
 
     Setter ViewType() {
         EXPECT_EQ(camera.SetViewType(KivFisheyeLib::ViewTypeVCam), kResultOk);
-        return {[this] { return camera.SetViewType(KivFisheyeLib::ViewTypeFullPanorama); },
-                [this] { return camera.m_viewType == KivFisheyeLib::ViewTypeFullPanorama; }};
+        return {[this] { return camera.SetViewType(Panorama::kView); },
+                [this] { return camera.m_viewType == Panorama::kView; }};
     }
 
     Setter MountAndViewType() {
@@ -56,13 +56,12 @@ struct SetterScenario : PanoramaCamera<Panorama> {
         return {[this] { return SetThePanorama(); },
                 [this] {
                     return camera.m_mountType == Panorama::kMountType &&
-                           camera.m_viewType == KivFisheyeLib::ViewTypeFullPanorama;
+                           camera.m_viewType == Panorama::kView;
                 }};
     }
 
     ResultCode SetThePanorama() {
-        return camera.SetMountAndViewType(Panorama::kMountType,
-                                          KivFisheyeLib::ViewTypeFullPanorama);
+        return camera.SetMountAndViewType(Panorama::kMountType, Panorama::kView);
     }
 
     /// The stored records set once more.

@@ -61,6 +61,18 @@ CameraVector InCamera(KivFisheyeLib::MountType mount, const Sphere& direction) {
     return {east, up, north};
 }
 
+double PartOfTurn(double degrees) {
+    return degrees / 360.0 - std::floor(degrees / 360.0);
+}
+
+/// How far down a panorama shows an elevation, 0 to 1.
+double PartOfRing(KivFisheyeLib::MountType mount, double elevation, double innerRadius) {
+    const bool isTable = mount == KivFisheyeLib::MountTypeTable;
+    const double offAxis = isTable ? 90.0 - elevation : 90.0 + elevation;
+    const double fromInner = (offAxis / 90.0 - innerRadius) / (1.0 - innerRadius);
+    return isTable ? fromInner : 1.0 - fromInner;
+}
+
 }  // namespace
 
 Sphere DirectionTo(KivFisheyeLib::MountType mount, double east, double north, double up) {
@@ -84,13 +96,31 @@ Place InPanorama(const Picture& panorama, KivFisheyeLib::MountType mount, const 
                  double pan, double innerRadius) {
     const bool isTable = mount == KivFisheyeLib::MountTypeTable;
     // The first and the last column both look where the picture begins; a pan moves the columns on.
-    const double turn = (direction.bearing - (isTable ? 270.0 : 90.0)) / 360.0;
-    const double unturned = (turn - std::floor(turn)) * (panorama.width - 1.0);
+    const double unturned =
+        PartOfTurn(direction.bearing - (isTable ? 270.0 : 90.0)) * (panorama.width - 1.0);
     const double moved = unturned / panorama.width - pan / 360.0;
-    const double offAxis = isTable ? 90.0 - direction.elevation : 90.0 + direction.elevation;
-    const double fromInner = (offAxis / 90.0 - innerRadius) / (1.0 - innerRadius);
     return {(moved - std::floor(moved)) * panorama.width,
-            (isTable ? fromInner : 1.0 - fromInner) * (panorama.height - 1.0)};
+            PartOfRing(mount, direction.elevation, innerRadius) * (panorama.height - 1.0)};
+}
+
+Place InDualPanorama(const Picture& panorama, KivFisheyeLib::MountType mount,
+                     const Sphere& direction, double pan, double innerRadius) {
+    // The upper half looks from west over north to east on both mounts, its first and its last
+    // column included, and the lower half on to west. A pan moves the columns on, through both
+    // halves.
+    const double halfTurns = 2.0 * PartOfTurn(direction.bearing - 270.0);
+    const double column = (halfTurns - std::floor(halfTurns)) * (panorama.width - 1.0);
+    const double moved = (std::floor(halfTurns) + column / panorama.width - pan / 180.0) / 2.0;
+    const double turned = 2.0 * (moved - std::floor(moved));
+    const double half = panorama.height / 2;
+    return {(turned - std::floor(turned)) * panorama.width,
+            std::floor(turned) * half +
+                PartOfRing(mount, direction.elevation, innerRadius) * (half - 1.0)};
+}
+
+Place InWallPanorama(const Picture& panorama, const Sphere& direction, double wallViewAngle) {
+    return {(0.5 + direction.bearing / 180.0) * (panorama.width - 1.0),
+            (0.5 - direction.elevation / (2.0 * wallViewAngle)) * (panorama.height - 1.0)};
 }
 
 Place InVirtualView(const Picture& picture, KivFisheyeLib::MountType mount, const Sphere& direction,

@@ -41,6 +41,13 @@ Place InFisheye(const Picture& picture, KivFisheyeLib::MountType mount, const Sp
 Place InPanorama(const Picture& panorama, KivFisheyeLib::MountType mount, const Sphere& direction,
                  double pan, double innerRadius = 0.0);
 
+/// Where a dual panorama of a ceiling or table camera shows a direction.
+Place InDualPanorama(const Picture& panorama, KivFisheyeLib::MountType mount,
+                     const Sphere& direction, double pan, double innerRadius = 0.0);
+
+/// Where the panorama of a wall camera shows a direction in front of it.
+Place InWallPanorama(const Picture& panorama, const Sphere& direction, double wallViewAngle);
+
 /// A virtual camera: what its middle shows, and how many degrees its height spans.
 struct VirtualView {
     double pan;
@@ -48,8 +55,8 @@ struct VirtualView {
     double fieldOfView;
 };
 
-/// Where a virtual camera with a field of view of at most 90 degrees shows a direction; NaN for what
-/// lies behind it.
+/// Where a virtual camera with a field of view of at most 90 degrees shows a direction; NaN for
+/// what lies behind it.
 Place InVirtualView(const Picture& picture, KivFisheyeLib::MountType mount, const Sphere& direction,
                     const VirtualView& view);
 

@@ -6,6 +6,32 @@
 
 using KivFisheyeTools::Picture;
 
+namespace {
+
+/// A plain picture on a sheet: how many pixels it has there, and where it begins.
+struct Found {
+    std::uint32_t count = 0;
+    std::uint32_t left = 0;
+    std::uint32_t top = 0;
+};
+
+std::vector<Found> FindPictures(const Picture& sheet, const std::vector<std::uint8_t>& reds) {
+    std::vector<Found> found(reds.size());
+    for (std::uint32_t row = sheet.height; row-- > 0;) {
+        for (std::uint32_t column = sheet.width; column-- > 0;) {
+            const std::uint8_t* pixel = sheet.Row(row) + std::size_t{3} * column;
+            for (std::size_t i = 0; i < reds.size(); ++i) {
+                if (pixel[0] == reds[i] && pixel[1] == 0 && pixel[2] == 0) {
+                    found[i] = {found[i].count + 1, column, row};
+                }
+            }
+        }
+    }
+    return found;
+}
+
+}  // namespace
+
 TEST(Sheet, ShowsEveryPictureOverItsCaption) {
     const TemporaryFolder folder;
     const std::vector<std::uint8_t> reds = {60, 120, 180};
@@ -18,22 +44,7 @@ TEST(Sheet, ShowsEveryPictureOverItsCaption) {
     const Picture sheet = KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3);
     EXPECT_EQ(sheet.width, 400U);
 
-    struct Found {
-        std::uint32_t count = 0;
-        std::uint32_t left = 0;
-        std::uint32_t top = 0;
-    };
-    std::vector<Found> found(reds.size());
-    for (std::uint32_t row = sheet.height; row-- > 0;) {
-        for (std::uint32_t column = sheet.width; column-- > 0;) {
-            const std::uint8_t* pixel = sheet.Row(row) + std::size_t{3} * column;
-            for (std::size_t i = 0; i < reds.size(); ++i) {
-                if (pixel[0] == reds[i] && pixel[1] == 0 && pixel[2] == 0) {
-                    found[i] = {found[i].count + 1, column, row};
-                }
-            }
-        }
-    }
+    const std::vector<Found> found = FindPictures(sheet, reds);
     for (const Found& picture : found) {
         EXPECT_EQ(picture.count, 40U * 30U);
     }
@@ -75,4 +86,48 @@ TEST(Sheet, MakesLargePicturesFitTheirCells) {
         RunTool(folder, {"sheet", "-o", "sheet.png", "wide.png", "high.png", "--width", "300"});
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3).width, 300U);
+}
+
+TEST(Sheet, HasAsManyColumnsInEachRowAsAskedFor) {
+    const TemporaryFolder folder;
+    const std::vector<std::uint8_t> reds = {60, 80, 100, 120, 140};
+    std::vector<std::string> arguments = {"sheet", "-o",      "sheet.png", "--columns",
+                                          "3,1",   "--width", "300"};
+    for (const std::uint8_t red : reds) {
+        const std::string name = std::to_string(red) + ".png";
+        WritePlain(folder, name, 600, 60, red);
+        arguments.push_back(name);
+    }
+    const ToolRun run = RunTool(folder, arguments);
+    ASSERT_EQ(run.status, 0) << run.errors;
+    const Picture sheet = KivFisheyeTools::ReadPicture(folder.File("sheet.png"), 3);
+    const std::vector<Found> found = FindPictures(sheet, reds);
+    // Three beside each other leave 4 margins of 24 pixels, one alone leaves 2; a tenth as high.
+    for (const std::size_t i : {0U, 1U, 2U}) {
+        EXPECT_EQ(found[i].count, 68U * 7U);
+        EXPECT_EQ(found[i].left, 24U + i * (68U + 24U));
+        EXPECT_EQ(found[i].top, 24U);
+    }
+    for (const std::size_t i : {3U, 4U}) {
+        EXPECT_EQ(found[i].count, 252U * 25U);
+        EXPECT_EQ(found[i].left, 24U);
+    }
+    EXPECT_LT(found[2].top, found[3].top);
+    EXPECT_LT(found[3].top, found[4].top);
+}
+
+TEST(Sheet, IsASmallerFileOfLessQuality) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(RunTool(folder, {"scene", "room.png", "--size", "256x256"}).status, 0);
+    const auto bytesAt = [&](const std::vector<std::string>& options) {
+        std::vector<std::string> arguments = {"sheet",     "room.png", "-o",
+                                              "sheet.jpg", "--width",  "320"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        EXPECT_EQ(RunTool(folder, arguments).status, 0);
+        EXPECT_EQ(KivFisheyeTools::ReadPicture(folder.File("sheet.jpg"), 3).width, 320U);
+        return std::filesystem::file_size(folder.File("sheet.jpg"));
+    };
+    EXPECT_EQ(bytesAt({"--quality", "100"}), bytesAt({}));
+    EXPECT_LT(bytesAt({"--quality", "85"}), bytesAt({"--quality", "100"}));
+    EXPECT_LT(bytesAt({"--quality", "1"}), bytesAt({"--quality", "85"}));
 }

@@ -144,6 +144,37 @@ TEST_F(Sweep, SaysOnceHowManyViewsAreLimited) {
     EXPECT_EQ(NamesIn("views").size(), 5U);
 }
 
+TEST_F(Sweep, OfAPanoramaTurnsItByItsPan) {
+    const std::vector<std::string> pans = {"-30", "30", "90"};
+    for (const char* view : {"full", "dual"}) {
+        Make(view, {"--view", view, "--from", "-30", "--to", "90", "--frames", "3"});
+        std::set<std::string> contents;
+        for (std::size_t i = 0; i < pans.size(); ++i) {
+            const ToolRun run = RunTool(m_folder, {"dewarp", "room.png", "view.png", "--mount",
+                                                   "ceiling", "--view", view, "--pan", pans[i]});
+            EXPECT_EQ(run.status, 0) << run.errors;
+            const std::string made = ContentOf(
+                m_folder.File(std::string(view) + "/000" + std::to_string(i + 1) + ".png"));
+            EXPECT_EQ(made, ContentOf(m_folder.File("view.png"))) << view << ' ' << i;
+            contents.insert(made);
+        }
+        EXPECT_EQ(contents.size(), pans.size());
+    }
+}
+
+TEST_F(Sweep, OfAWallPanoramaSaysThatItDoesNotTurn) {
+    const ToolRun run =
+        RunTool(m_folder, {"sweep", "room.png", "views", "--mount", "wall", "--view", "full",
+                           "--from", "0", "--to", "20", "--frames", "3", "--size", "80x60"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors,
+              "kivfisheye: the first of 2 limited views, number 2, is limited to pan 0 instead of "
+              "pan 10; the panorama of a wall camera does not turn\n");
+    EXPECT_EQ(NamesIn("views"), (std::set<std::string>{"0001.png", "0002.png", "0003.png"}));
+    EXPECT_EQ(ContentOf(m_folder.File("views/0003.png")),
+              ContentOf(m_folder.File("views/0001.png")));
+}
+
 TEST_F(Sweep, LeavesOtherFilesOfItsFolderAlone) {
     std::filesystem::create_directory(m_folder.File("views"));
     WriteContent(m_folder.File("views/0003.txt"), "older");

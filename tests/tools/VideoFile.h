@@ -13,8 +13,8 @@ extern "C" {
 
 #include "VideoPixels.h"
 
-/// Videos written and read with FFmpeg's libraries alone, with nothing of the tool but the record of a
-/// picture.
+/// Videos written and read with FFmpeg's libraries alone, with nothing of the tool but the record
+/// of a picture.
 namespace VideoFile {
 
 struct Frame {

@@ -18,8 +18,8 @@ using VideoFile::MeanDifference;
 
 namespace {
 
-/// H.264 at this quality changes a channel by about 1 in the mean; another matrix or range changes it
-/// by 4 and more, another frame or pan by tens.
+/// H.264 at this quality changes a channel by about 1 in the mean; another matrix or range changes
+/// it by 4 and more, another frame or pan by tens.
 constexpr double kCodecLoss = 2.5;
 constexpr double kOtherPicture = 10.0;
 

@@ -57,8 +57,8 @@ bool IsWellInside(const Picture& view, const Place& place) {
            place.row < view.height - kMargin;
 }
 
-/// How far off, in degrees, a meridian may be: a pixel of the input is 0.28 degrees, and the nearest
-/// one is taken.
+/// How far off, in degrees, a meridian may be: a pixel of the input is 0.28 degrees, and the
+/// nearest one is taken.
 constexpr double kTolerance = 0.3;
 constexpr double kDegree = 3.14159265358979323846 / 180.0;
 

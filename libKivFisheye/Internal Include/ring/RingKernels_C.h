@@ -4,12 +4,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <memory>
 
+#include "ColumnAngles.h"
 #include "Degrees.h"
-#include "FrameLimits.h"
 #include "MemoryUtils.h"
 #include "OutputRows.h"
+#include "PanoramaWalk.h"
 #include "Pixel.h"
 #include "SourcePixels.h"
 #include "ring/RingJob.h"
@@ -22,41 +22,11 @@
 // in angle. The point at (u, v) from the centre, in fractions of the frame with v upward, is
 // sampled at the source pixel that holds it. Angles and radii grow by repeated addition in single
 // precision, and what that rounds away is part of the result.
+//
+// A dual panorama is two half panoramas, one above the other. Its columns span half a turn, and the
+// lower half shows at each place what lies opposite, through the lens's centre.
 
 namespace ring::C {
-
-/// The change from one of `count` rows or columns to the next. Meaningless, and not used, for a
-/// count of 1.
-inline float StepOf(Span span, int count) {
-    return (span.last - span.first) / static_cast<float>(count - 1);
-}
-
-/// The sine and the cosine of every column's angle.
-class ColumnAngles {
-public:
-    ColumnAngles(Span angles, int columns)
-        : m_sines(new float[ArraySize(columns)]), m_cosines(new float[ArraySize(columns)]) {
-        const float step = StepOf(angles, columns);
-        float* const sines = m_sines.get();
-        float* const cosines = m_cosines.get();
-        float theta = angles.first;
-        for (int x = 0; x < columns; ++x) {
-            const double wideTheta = theta;
-            sines[x] = static_cast<float>(std::sin(wideTheta));
-            cosines[x] = static_cast<float>(std::cos(wideTheta));
-            theta += step;
-        }
-    }
-
-    const float* Sines() const { return m_sines.get(); }
-    const float* Cosines() const { return m_cosines.get(); }
-
-private:
-    static std::size_t ArraySize(int count) { return static_cast<std::size_t>(std::max(count, 0)); }
-
-    std::unique_ptr<float[]> m_sines;
-    std::unique_ptr<float[]> m_cosines;
-};
 
 /// The points of the ring, row by row of the panorama.
 template <class Mount>
@@ -109,28 +79,37 @@ private:
 template <class Mount, unsigned long bitsPerPixel>
 void ConvertFull(const RingJob& job, const unsigned char* src, unsigned char* dst, float pan) {
     using Pixel = PixelT<bitsPerPixel>;
-    if (job.dstHeight <= 0) {
-        return;
-    }
-    if (IsEmptyFrame(job.srcWidth, job.srcHeight) || job.dstWidth <= 0 ||
-        !IsAddressableSource(job.srcWidth, job.srcHeight, job.srcStride, Pixel::kBytes)) {
+    if (!job.HasPixels(Pixel::kBytes)) {
         ClearRows(dst, job.dstHeight, job.dstStride);
         return;
     }
-
     // On both mounts the angle rises here, while a ceiling table's falls: clients of the direct
     // conversion rely on its ceiling picture being the mirror image of the table's.
     const float start = pan * kDegreesToRadians;
     const float end = start + kFullTurn;
-    RingWalk<Mount> walk(job, {start, end}, job.dstHeight);
+    ConvertWalk<Pixel>(job, RingWalk<Mount>(job, {start, end}, job.dstHeight), src, dst);
+}
+
+/// Converts one frame into a dual panorama turned by `pan` degrees, the other way than a full one.
+/// An odd last row belongs to neither half and is left as it is.
+template <class Mount, unsigned long bitsPerPixel>
+void ConvertDual(const RingJob& job, const unsigned char* src, unsigned char* dst, float pan) {
+    using Pixel = PixelT<bitsPerPixel>;
+    const int half = job.dstHeight / 2;
+    if (!job.HasPixels(Pixel::kBytes)) {
+        ClearRows(dst, 2 * half, job.dstStride);
+        return;
+    }
+    RingWalk<Mount> walk(job, Mount::HalfTurnAt(pan * kDegreesToRadians), half);
     const SourcePixels<Pixel::kBytes> source(job.srcWidth, job.srcHeight, job.srcStride);
-    for (int y = 0; y < job.dstHeight; ++y) {
-        unsigned char* const row = dst + std::ptrdiff_t{y} * job.dstStride;
-        ClearRow(row, job.dstStride);
-        const int columns =
-            PixelsInsideFrame(job.dstWidth, job.dstHeight, job.dstStride, y, Pixel::kBytes);
-        walk.VisitRow(columns, [&](int x, float u, float v) {
-            Pixel::Copy(src + source.OffsetAt(u, v), row + std::ptrdiff_t{x} * Pixel::kBytes);
+    for (int y = 0; y < half; ++y) {
+        const ClearedRow<Pixel> upper(job, dst, y);
+        const ClearedRow<Pixel> lower(job, dst, half + y);
+        walk.VisitRow(upper.Columns(), [&](int x, float u, float v) {
+            Pixel::Copy(src + source.OffsetAt(u, v), upper.At(x));
+            if (x < lower.Columns()) {
+                Pixel::Copy(src + source.OffsetAt(-u, -v), lower.At(x));
+            }
         });
         walk.NextRow();
     }
@@ -141,17 +120,32 @@ void ConvertFull(const RingJob& job, const unsigned char* src, unsigned char* ds
 template <class Mount, int bitsPerPixel, int outOfFrame>
 void BuildFullTable(const RingJob& job, CAlignedBufferT<int, 32>& table) {
     std::fill_n(table.data(), table.count(), outOfFrame);
-    if (table.count() == 0 || IsEmptyFrame(job.srcWidth, job.srcHeight)) {
+    if (table.count() != 0 && job.HasSource()) {
+        FillTable<bitsPerPixel / 8>(
+            job, RingWalk<Mount>(job, Mount::Angles(kFullTurn), job.dstHeight), table.data());
+    }
+}
+
+/// The same for a dual panorama. An odd last row shows nothing.
+template <class Mount, int bitsPerPixel, int outOfFrame>
+void BuildDualTable(const RingJob& job, CAlignedBufferT<int, 32>& table) {
+    std::fill_n(table.data(), table.count(), outOfFrame);
+    if (table.count() == 0 || !job.HasSource()) {
         return;
     }
-    RingWalk<Mount> walk(job, Mount::Angles(kFullTurn), job.dstHeight);
+    const int half = job.dstHeight / 2;
+    RingWalk<Mount> walk(job, Mount::Angles(kHalfTurn), half);
     const SourcePixels<bitsPerPixel / 8> source(job.srcWidth, job.srcHeight, job.srcStride);
-    int* entries = table.data();
-    for (int y = 0; y < job.dstHeight; ++y) {
-        walk.VisitRow(job.dstWidth,
-                      [&](int x, float u, float v) { entries[x] = source.OffsetAt(u, v); });
+    int* upper = table.data();
+    int* lower = upper + std::ptrdiff_t{half} * job.dstWidth;
+    for (int y = 0; y < half; ++y) {
+        walk.VisitRow(job.dstWidth, [&](int x, float u, float v) {
+            upper[x] = source.OffsetAt(u, v);
+            lower[x] = source.OffsetAt(-u, -v);
+        });
         walk.NextRow();
-        entries += job.dstWidth;
+        upper += job.dstWidth;
+        lower += job.dstWidth;
     }
 }
 

@@ -1,6 +1,7 @@
 // Trigonometry on all lanes at once, without branches and without the C library. Included once for
-// each width of lanes, inside their namespace and the target region of their instructions: a function
-// defined outside it could not be inlined with them. `Floats` is such lanes, or groups of them.
+// each width of lanes, inside their namespace and the target region of their instructions: a
+// function defined outside it could not be inlined with them. `Floats` is such lanes, or groups of
+// them.
 //
 // `Rcp` is the processor's estimate and stays unrefined: what it is off by is part of the results.
 

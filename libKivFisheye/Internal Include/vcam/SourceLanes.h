@@ -65,9 +65,9 @@ public:
         }
     }
 
-    /// Copies the pixels of all lanes. Pixels of three bytes go as words of four, whose last byte the
-    /// next pixel replaces; but the frame's last pixel has no byte after it, and the last lane's word
-    /// would be a byte too long.
+    /// Copies the pixels of all lanes. Pixels of three bytes go as words of four, whose last byte
+    /// the next pixel replaces; but the frame's last pixel has no byte after it, and the last
+    /// lane's word would be a byte too long.
     template <int lanes>
     [[gnu::always_inline]] void CopyAll(const int* offsets, unsigned char* target) const {
         if (Pixel::kBytes == 3 && !HasLastPixel<lanes>(offsets)) {

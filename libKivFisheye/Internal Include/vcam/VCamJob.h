@@ -8,11 +8,11 @@
 
 namespace vcam {
 
-/// One frame of a virtual camera: the frames' sizes in pixels and strides in bytes, the lens ellipse
-/// as fractions of the source frame, and the camera. The eye stands on the lens axis, `eyeZ` from
-/// the centre of a unit sphere, and looks through a rectangle `nearPlane` in front of it, which is
-/// `aspect` times as wide as high and spans `fieldOfView` degrees from its bottom to its top.
-/// `matrix` turns the rays; it is 4 by 4, column by column.
+/// One frame of a virtual camera: the frames' sizes in pixels and strides in bytes, the lens
+/// ellipse as fractions of the source frame, and the camera. The eye stands on the lens axis,
+/// `eyeZ` from the centre of a unit sphere, and looks through a rectangle `nearPlane` in front of
+/// it, which is `aspect` times as wide as high and spans `fieldOfView` degrees from its bottom to
+/// its top. `matrix` turns the rays; it is 4 by 4, column by column.
 struct VCamJob {
     int sourceWidth;
     int sourceHeight;
@@ -70,8 +70,8 @@ struct ViewRectangle {
 };
 
 /// 1 / pi. The lens is equidistant: a ray phi off its axis meets it at phi / pi from the centre,
-/// with the rim, a quarter turn off, at 0.5. From an eye `eyeZ` away from the centre of the sphere a
-/// ray theta off the axis is taken to have phi = (1 + eyeZ) * theta. That is exact at 0 and at 1,
+/// with the rim, a quarter turn off, at 0.5. From an eye `eyeZ` away from the centre of the sphere
+/// a ray theta off the axis is taken to have phi = (1 + eyeZ) * theta. That is exact at 0 and at 1,
 /// and a smooth way between the two.
 constexpr float kRadiusPerRadian = 0.31830987F;
 

@@ -1,19 +1,20 @@
 // The geometry of the virtual camera's vector forms. Included once for each width of lanes, inside
 // the form's namespace and target region. The namespace names its lanes `Floats`, has the functions
-// on them and `LaneGroups` at hand, and offers `ToPixels`, the form's way from a position in pixels to
-// a pixel. Unlike in the scalar form rays are stepped and not formed anew, and the arccosine is the
-// lanes' own.
+// on them and `LaneGroups` at hand, and offers `ToPixels`, the form's way from a position in pixels
+// to a pixel. Unlike in the scalar form rays are stepped and not formed anew, and the arccosine is
+// the lanes' own.
 
 constexpr int kLanes = Floats::kLanes;
 
-/// How many groups of lanes go side by side through each step, how often a stage repeats that before
-/// the next stage begins, and how many groups that makes.
+/// How many groups of lanes go side by side through each step, how often a stage repeats that
+/// before the next stage begins, and how many groups that makes.
 constexpr int kGroups = 4;
 constexpr int kRepeats = 8;
 constexpr int kBlock = kGroups * kRepeats;
 
-/// Source pixels further apart than this are each asked for. Closer ones share their cache lines with
-/// those of the rows around, and it is enough to ask for one lane in `kSparse`, another in each row.
+/// Source pixels further apart than this are each asked for. Closer ones share their cache lines
+/// with those of the rows around, and it is enough to ask for one lane in `kSparse`, another in
+/// each row.
 constexpr float kFarApart = 1.5F;
 constexpr int kSparse = 4;
 
@@ -125,8 +126,8 @@ struct CopyTask {
 };
 
 /// Finds the source pixels of up to `kBlock` groups, asks the memory for them, and leaves `ray` at
-/// the group after them. Earlier samples are copied `meanwhile`, when memory is idle: as many groups
-/// of them as the result says. They may stand where the new ones go.
+/// the group after them. Earlier samples are copied `meanwhile`, when memory is idle: as many
+/// groups of them as the result says. They may stand where the new ones go.
 template <class Pixel>
 [[gnu::always_inline]] inline int Locate(const LensLanes& lens, const RayLanes& groupStep, int row,
                                          int groups, const CopyTask<Pixel>& meanwhile,

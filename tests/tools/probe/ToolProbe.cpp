@@ -1,5 +1,5 @@
-// Loaded before the tool's libraries, this counts how often a table camera's converter is made ready,
-// and hides an encoder. What it is asked for stands in the environment.
+// Loaded before the tool's libraries, this counts how often a table camera's converter is made
+// ready, and hides an encoder. What it is asked for stands in the environment.
 
 extern "C" {
 #include <libavcodec/avcodec.h>

@@ -1,0 +1,174 @@
+#ifndef KIVFISHEYE_FRONTWARD_FISHEYE_ALGO_C_H
+#define KIVFISHEYE_FRONTWARD_FISHEYE_ALGO_C_H
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "ColumnAngles.h"
+#include "Degrees.h"
+#include "MemoryUtils.h"
+#include "OutputRows.h"
+#include "PanoramaWalk.h"
+#include "Pixel.h"
+#include "TableConversion.h"
+#include "wall/WallJob.h"
+
+/// The kernels of a wall camera in scalar arithmetic: the definition of the mapping.
+///
+/// Columns are longitudes from a quarter turn left of the lens axis to a quarter turn right of it,
+/// rows latitudes from `wallViewAngle` above the horizon to as much below. The lens is equidistant:
+/// a direction lies as far from the frame's centre as it turns away from the axis, and a quarter
+/// turn away lies `radiusX` of the frame's width or `radiusY` of its height out. The nearest source
+/// pixel towards the frame's top left is taken.
+namespace FrontwardFisheyeAlgoNS::C {
+
+constexpr float kQuarterTurn = 1.5707964F;
+/// Radians off the axis to parts of a quarter turn.
+constexpr float kQuarterTurnsPerRadian = 0.63661975F;
+
+/// A row's latitude, positive downward. It goes on by rotation, whose rounding adds up from row to
+/// row and is part of the result.
+class Latitude {
+public:
+    Latitude(float wallViewAngle, int rows) {
+        const float halfAngle = wallViewAngle * kDegreesToRadians;
+        const double first = -halfAngle;
+        const double step = StepOf({-halfAngle, halfAngle}, rows);
+        m_sine = static_cast<float>(std::sin(first));
+        m_cosine = static_cast<float>(std::cos(first));
+        m_stepSine = static_cast<float>(std::sin(step));
+        m_stepCosine = static_cast<float>(std::cos(step));
+    }
+
+    float Sine() const { return m_sine; }
+    float Cosine() const { return m_cosine; }
+
+    void NextRow() {
+        const float sine = m_sine * m_stepCosine + m_cosine * m_stepSine;
+        m_cosine = m_cosine * m_stepCosine - m_sine * m_stepSine;
+        m_sine = sine;
+    }
+
+private:
+    float m_sine;
+    float m_cosine;
+    float m_stepSine;
+    float m_stepCosine;
+};
+
+/// A point of the source frame from its centre, in fractions of the frame, v downward.
+struct LensPoint {
+    float u;
+    float v;
+};
+
+// From a direction (x, y) in the image plane, `r` long and `alpha` radians off the axis, to its
+// point. Direct conversions and tables group the products each in its own way, and now and then
+// land on neighbouring pixels. Clients compare with pictures of either, so both stay as they are.
+
+struct DirectProducts {
+    static LensPoint PointOf(float x, float y, float r, float alpha, float kx, float ky) {
+        const float inverse = 1.0F / r;
+        return {(x * inverse) * (kx * alpha), (y * inverse) * (ky * alpha)};
+    }
+};
+
+struct TableProducts {
+    static LensPoint PointOf(float x, float y, float r, float alpha, float kx, float ky) {
+        const float k = alpha / r;
+        return {x * (kx * k), y * (ky * k)};
+    }
+};
+
+/// The points that a panorama shows, row by row.
+template <class Products>
+class WallWalk {
+public:
+    explicit WallWalk(const wall::WallJob& job)
+        : m_longitudes({-kQuarterTurn, kQuarterTurn}, job.dstWidth),
+          m_latitude(job.wallViewAngle, job.dstHeight),
+          m_kx(job.radiusX * kQuarterTurnsPerRadian),
+          m_ky(job.radiusY * kQuarterTurnsPerRadian) {}
+
+    /// Calls `visit(column, u, v)`, v upward, for each of the first `columns` columns whose point
+    /// lies in the source frame, its edges included. The lens axis itself has no direction in the
+    /// image plane: its point is NaN, and lies nowhere.
+    template <class Visit>
+    void VisitRow(int columns, Visit&& visit) const {
+        const float* const sines = m_longitudes.Sines();
+        const float* const cosines = m_longitudes.Cosines();
+        const float y = m_latitude.Sine();
+        for (int column = 0; column < columns; ++column) {
+            const float x = m_latitude.Cosine() * sines[column];
+            const float z = m_latitude.Cosine() * cosines[column];
+            const float r = std::sqrt(y * y + x * x);
+            const auto alpha =
+                static_cast<float>(std::atan2(static_cast<double>(r), static_cast<double>(z)));
+            const LensPoint point = Products::PointOf(x, y, r, alpha, m_kx, m_ky);
+            if (std::fabs(point.u) <= 0.5F && std::fabs(point.v) <= 0.5F) {
+                visit(column, point.u, -point.v);
+            }
+        }
+    }
+
+    void NextRow() { m_latitude.NextRow(); }
+
+private:
+    ColumnAngles m_longitudes;
+    Latitude m_latitude;
+    float m_kx;
+    float m_ky;
+};
+
+/// Converts one frame, evaluating the mapping afresh.
+template <unsigned long bits>
+void CvtPanoramaRGB(int srcWidth, int srcHeight, int srcStride, const unsigned char* src,
+                    int dstWidth, int dstHeight, int dstStride, unsigned char* dst, float radiusX,
+                    float radiusY, float wallViewAngle) {
+    using Pixel = PixelT<bits>;
+    const wall::WallJob job{
+        {{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}},
+         radiusX,
+         radiusY},
+        wallViewAngle};
+    if (job.HasPixels(Pixel::kBytes)) {
+        ConvertWalk<Pixel>(job, WallWalk<DirectProducts>(job), src, dst);
+    } else {
+        ClearRows(dst, dstHeight, dstStride);
+    }
+}
+
+/// Fills `table`, which has an entry for every pixel of the panorama, with the byte offset of each
+/// one's source pixel, or `outOfFrame`.
+template <int bits, int outOfFrame>
+void InitPanoramaCoorToFisheyeAddrOffsetTableRGB(int srcWidth, int srcHeight, int srcStride,
+                                                 int dstWidth, int dstHeight, int dstStride,
+                                                 float radiusX, float radiusY, float wallViewAngle,
+                                                 CAlignedBufferT<int, 32>& table) {
+    std::fill_n(table.data(), table.count(), outOfFrame);
+    const wall::WallJob job{
+        {{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, bits}, radiusX, radiusY},
+        wallViewAngle};
+    if (table.count() != 0 && job.HasSource()) {
+        FillTable<bits / 8>(job, WallWalk<TableProducts>(job), table.data());
+    }
+}
+
+/// Converts one frame of 32-bit pixels by a table.
+template <int outOfFrame>
+void CvtPanoramaRGB32ByFisheyeAddrOffsetTable(const unsigned char* src, int dstWidth, int dstHeight,
+                                              int dstStride, unsigned char* dst,
+                                              const CAlignedBufferT<int, 32>& table) {
+    if (table.count() == 0) {
+        return;
+    }
+    const TableView view{table.data(), dstWidth, dstHeight, dstStride};
+    TableConversion<PixelT<32>, outOfFrame>(view, src, dst)
+        .MakeRows(dstHeight, std::array{TableRun{0, 0, dstWidth}}, TableTiles::WholeRows(dstWidth),
+                  [] {});
+}
+
+}  // namespace FrontwardFisheyeAlgoNS::C
+
+#endif
