@@ -12,6 +12,21 @@
 
 namespace KivFisheyeTools {
 
+namespace {
+
+std::string WordsForRange(std::uint32_t low, std::uint32_t high) {
+    return "from " + std::to_string(low) + " to " + std::to_string(high);
+}
+
+std::string ComplaintAboutWholeNumber(const std::string& text, std::uint32_t low,
+                                      std::uint32_t high) {
+    const auto number = WholeNumberOf(text);
+    const bool isInside = number && *number >= low && *number <= high;
+    return isInside ? "" : "'" + text + "' is not a whole number " + WordsForRange(low, high);
+}
+
+}  // namespace
+
 CLI::Validator NumberIn(double low, double high) {
     std::ostringstream range;
     range << std::setprecision(9) << "from " << low << " to " << high;
@@ -24,37 +39,40 @@ CLI::Validator NumberIn(double low, double high) {
 }
 
 CLI::Validator WholeNumberIn(std::uint32_t low, std::uint32_t high) {
-    const std::string range = "from " + std::to_string(low) + " to " + std::to_string(high);
-    const auto check = [low, high, range](std::string& text) {
-        const auto number = WholeNumberOf(text);
-        if (!number || *number < low || *number > high) {
-            return "'" + text + "' is not a whole number " + range;
+    const auto check = [low, high](std::string& text) {
+        std::string complaint = ComplaintAboutWholeNumber(text, low, high);
+        if (complaint.empty()) {
+            // The parser would take a leading 0 for the mark of an octal number.
+            text = std::to_string(WholeNumberOf(text).value());
         }
-        // The parser would take a leading 0 for the mark of an octal number.
-        text = std::to_string(*number);
-        return std::string();
+        return complaint;
     };
-    return {check, range};
+    return {check, WordsForRange(low, high)};
 }
 
-CLI::Validator FiniteNumber() {
-    const auto check = [](std::string& text) {
-        const auto number = NumberOf(text);
-        return number && IsFinite(*number) ? std::string()
-                                           : "'" + text + "' is not a finite number";
+CLI::Validator WholeNumbersIn(std::uint32_t low, std::uint32_t high) {
+    const auto check = [low, high](std::string& text) {
+        std::string complaint;
+        for (const std::string& part : SplitAtCommas(text)) {
+            complaint = complaint.empty() ? ComplaintAboutWholeNumber(part, low, high) : complaint;
+        }
+        return complaint;
     };
-    return {check, ""};
+    return {check, WordsForRange(low, high)};
+}
+
+std::string ComplaintAboutNumbers(const std::string& text, std::size_t count) {
+    const std::vector<double> numbers = NumbersOfText(text);
+    const bool areGood =
+        numbers.size() == count && std::all_of(numbers.begin(), numbers.end(), IsFinite);
+    const std::string wish =
+        count == 1 ? "a finite number"
+                   : std::to_string(count) + " finite numbers with commas between them";
+    return areGood ? "" : "'" + text + "' is not " + wish;
 }
 
 CLI::Validator FiniteNumbers(std::size_t count) {
-    const auto check = [count](std::string& text) {
-        const std::vector<double> numbers = NumbersOfText(text);
-        const bool areGood =
-            numbers.size() == count && std::all_of(numbers.begin(), numbers.end(), IsFinite);
-        return areGood ? std::string()
-                       : "'" + text + "' is not " + std::to_string(count) +
-                             " finite numbers with commas between them";
-    };
+    const auto check = [count](std::string& text) { return ComplaintAboutNumbers(text, count); };
     return {check, ""};
 }
 
@@ -76,6 +94,15 @@ CLI::Validator SizeText() {
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
     return command->add_option("--mount", *mount, "Where the camera hangs")
         ->check(CLI::IsMember(MountNames()));
+}
+
+CLI::Option* AddView(CLI::App* command, std::string* view) {
+    return command
+        ->add_option("--view", *view,
+                     "What the output shows: a virtual camera's flat view, a dual panorama, which "
+                     "is two halves one above the other and which wall cameras have not, or the "
+                     "full panorama")
+        ->check(CLI::IsMember(ViewNames()));
 }
 
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description) {

@@ -16,27 +16,33 @@ CLI::Validator NumberIn(double low, double high);
 /// Accepts a whole number from `low` to `high` in decimal digits. For `CLI::Option::transform`.
 CLI::Validator WholeNumberIn(std::uint32_t low, std::uint32_t high);
 
-/// Accepts any number that a float can hold.
-CLI::Validator FiniteNumber();
-
 /// Accepts a size such as 1024x768 that a picture may have.
 CLI::Validator SizeText();
 
-/// Accepts `count` finite numbers with commas between them.
+/// Accepts such whole numbers with commas between them.
+CLI::Validator WholeNumbersIn(std::uint32_t low, std::uint32_t high);
+
+/// What is wrong with `text` when it is not `count` numbers that a float can hold, with commas
+/// between them, or nothing.
+std::string ComplaintAboutNumbers(const std::string& text, std::size_t count);
+
+/// Accepts `count` numbers that a float can hold, with commas between them.
 CLI::Validator FiniteNumbers(std::size_t count);
 
 /// Add an option that several commands have.
 CLI::Option* AddMount(CLI::App* command, std::string* mount);
+CLI::Option* AddView(CLI::App* command, std::string* view);
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description);
 
 /// What the options of the lens's radii mean.
 constexpr const char* kRadiusXHelp =
-    "Horizontal semi-axis of the lens image as a fraction of the frame's width; for a round lens "
+    "Horizontal semi-axis of the lens's ellipse, as a fraction of the frame's width; a round lens "
     "as "
-    "high as the frame it is 0.5 * height / width";
+    "high as the frame has 0.5 * height / width";
 constexpr const char* kRadiusYHelp =
-    "Vertical semi-axis of the lens image as a fraction of the frame's height; for a round lens as "
-    "wide as the frame it is 0.5 * width / height";
+    "Vertical semi-axis of the lens's ellipse, as a fraction of the frame's height; a round lens "
+    "as "
+    "wide as the frame has 0.5 * width / height";
 
 /// Adds the options of everything that `lens` holds.
 void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens);

@@ -51,14 +51,4 @@ bool IsViewOfMount(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view)
     return Camera()->SetMountAndViewType(mount, view) != kResultInvalidArgument;
 }
 
-bool CanShow(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
-    Picture input(8, 8, 4);
-    Picture output(8, 8, 4);
-    const Camera camera;
-    camera->SetMountAndViewType(mount, view);
-    camera->SetInputVideoParams(FrameOf(&input), PixelFormatOf(input));
-    camera->SetOutputVideoParams(FrameOf(&output));
-    return camera->Process(0) == kResultOk;
-}
-
 }  // namespace KivFisheyeTools

@@ -39,11 +39,8 @@ KivFisheyeLib::ViewType ViewOfName(const std::string& name);
 KivFisheyeLib::VideoFrameInfo FrameOf(Picture* picture);
 KivFisheyeLib::PixelFormat PixelFormatOf(const Picture& picture);
 
-/// Whether the library takes this mount with this view at all.
+/// Whether the library shows this view of a camera of this mount.
 bool IsViewOfMount(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view);
-
-/// Whether this version of the library converts pictures to this view, found out by converting one.
-bool CanShow(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view);
 
 }  // namespace KivFisheyeTools
 

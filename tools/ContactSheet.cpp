@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 #include "Color.h"
 #include "Failure.h"
@@ -21,6 +22,10 @@ constexpr double kTextBaseline = 8.0;
 
 constexpr Color kBackground{0.96, 0.96, 0.95};
 constexpr Color kText{0.13, 0.17, 0.24};
+
+std::uint64_t MarginsOf(std::uint32_t columns) {
+    return std::uint64_t{kMargin} * (std::uint64_t{columns} + 1);
+}
 
 void SetPixel(std::uint8_t* pixel, const Color& color) {
     pixel[0] = static_cast<std::uint8_t>(std::lround(color.red * 255.0));
@@ -58,42 +63,43 @@ void DrawCaption(const std::string& caption, std::uint32_t left, std::uint32_t t
 
 }  // namespace
 
-ContactSheet::ContactSheet(std::uint32_t width, std::uint32_t columns)
-    : m_width(width), m_columns(columns) {
-    const std::uint64_t margins = std::uint64_t{kMargin} * (std::uint64_t{columns} + 1);
-    if (width < margins + std::uint64_t{kNarrowestCell} * columns) {
-        throw UsageError("a sheet of width " + std::to_string(width) + " is too narrow for " +
-                         std::to_string(columns) + " columns");
+ContactSheet::ContactSheet(std::uint32_t width, std::vector<std::uint32_t> columns)
+    : m_width(width), m_columns(std::move(columns)) {
+    for (const std::uint32_t count : m_columns) {
+        if (width < MarginsOf(count) + std::uint64_t{kNarrowestCell} * count) {
+            throw UsageError("a sheet of width " + std::to_string(width) + " is too narrow for " +
+                             std::to_string(count) + " columns");
+        }
     }
-    m_cellWidth = static_cast<std::uint32_t>((width - margins) / columns);
 }
 
 void ContactSheet::Add(const Picture& picture, const std::string& caption) {
-    const std::uint32_t longest = std::max(picture.width, picture.height);
-    if (longest <= m_cellWidth) {
-        m_cells.push_back({picture, caption});
-        return;
+    if (m_rows.empty() || m_rows.back().cells.size() == m_rows.back().columns) {
+        AddRow();
     }
-    const auto shortened = [&](std::uint32_t side) {
+    Row& row = m_rows.back();
+    const std::uint32_t longest = std::max(picture.width, picture.height);
+    const auto fitting = [&](std::uint32_t side) {
         return std::max<std::uint32_t>(
-            1, static_cast<std::uint32_t>(std::lround(1.0 * side * m_cellWidth / longest)));
+            1, static_cast<std::uint32_t>(std::lround(1.0 * side * row.cellWidth / longest)));
     };
-    m_cells.push_back(
-        {Resized(picture, shortened(picture.width), shortened(picture.height)), caption});
+    row.cells.push_back({longest <= row.cellWidth
+                             ? picture
+                             : Resized(picture, fitting(picture.width), fitting(picture.height)),
+                         caption});
+    row.pictureHeight = std::max(row.pictureHeight, row.cells.back().picture.height);
 }
 
-std::uint32_t ContactSheet::RowHeight(std::size_t firstCell) const {
-    std::uint32_t height = 0;
-    for (std::size_t i = firstCell; i < std::min(m_cells.size(), firstCell + m_columns); ++i) {
-        height = std::max(height, m_cells[i].picture.height);
-    }
-    return height;
+void ContactSheet::AddRow() {
+    const std::uint32_t columns = m_columns.at(std::min(m_rows.size(), m_columns.size() - 1));
+    const auto cellWidth = static_cast<std::uint32_t>((m_width - MarginsOf(columns)) / columns);
+    m_rows.push_back({columns, cellWidth, 0, {}});
 }
 
 std::uint32_t ContactSheet::Height() const {
     std::uint64_t height = kMargin;
-    for (std::size_t first = 0; first < m_cells.size(); first += m_columns) {
-        height += RowHeight(first) + kCaptionHeight + kMargin;
+    for (const Row& row : m_rows) {
+        height += row.pictureHeight + kCaptionHeight + kMargin;
     }
     CheckPictureSize(m_width, height);
     return static_cast<std::uint32_t>(height);
@@ -103,27 +109,27 @@ Picture ContactSheet::Drawn() const {
     Picture sheet(m_width, Height(), 3);
     FillWithBackground(&sheet);
     std::uint32_t top = kMargin;
-    for (std::size_t first = 0; first < m_cells.size(); first += m_columns) {
-        const std::uint32_t rowHeight = RowHeight(first);
-        for (std::uint32_t column = 0; column < m_columns && first + column < m_cells.size();
-             ++column) {
-            const std::uint32_t left = kMargin + column * (m_cellWidth + kMargin);
-            DrawCell(m_cells[first + column], left, top, rowHeight, &sheet);
+    for (const Row& row : m_rows) {
+        std::uint32_t left = kMargin;
+        for (const Cell& cell : row.cells) {
+            DrawCell(cell, row, left, top, &sheet);
+            left += row.cellWidth + kMargin;
         }
-        top += rowHeight + kCaptionHeight + kMargin;
+        top += row.pictureHeight + kCaptionHeight + kMargin;
     }
     return sheet;
 }
 
-void ContactSheet::DrawCell(const Cell& cell, std::uint32_t left, std::uint32_t top,
-                            std::uint32_t pictureSpace, Picture* sheet) const {
-    const std::uint32_t pictureLeft = left + (m_cellWidth - cell.picture.width) / 2;
-    const std::uint32_t pictureTop = top + (pictureSpace - cell.picture.height) / 2;
-    for (std::uint32_t row = 0; row < cell.picture.height; ++row) {
-        std::memcpy(sheet->Row(pictureTop + row) + std::size_t{3} * pictureLeft,
-                    cell.picture.Row(row), std::size_t{3} * cell.picture.width);
+void ContactSheet::DrawCell(const Cell& cell, const Row& row, std::uint32_t left, std::uint32_t top,
+                            Picture* sheet) {
+    const Picture& picture = cell.picture;
+    const std::uint32_t pictureLeft = left + (row.cellWidth - picture.width) / 2;
+    const std::uint32_t pictureTop = top + (row.pictureHeight - picture.height) / 2;
+    for (std::uint32_t y = 0; y < picture.height; ++y) {
+        std::memcpy(sheet->Row(pictureTop + y) + std::size_t{3} * pictureLeft, picture.Row(y),
+                    std::size_t{3} * picture.width);
     }
-    DrawCaption(cell.caption, left, top + pictureSpace, m_cellWidth, sheet);
+    DrawCaption(cell.caption, left, top + row.pictureHeight, row.cellWidth, sheet);
 }
 
 }  // namespace KivFisheyeTools

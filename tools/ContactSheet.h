@@ -8,12 +8,13 @@
 
 namespace KivFisheyeTools {
 
-/// Pictures in the cells of a grid, row by row from the top left, with a caption under each. A cell
-/// is as wide as the sheet allows and a row as high as its highest picture.
+/// Pictures in rows of cells from the top left, with a caption under each. A cell is as wide as the
+/// sheet allows and a row as high as its highest picture.
 class ContactSheet {
 public:
-    /// Throws `UsageError` when the columns do not fit into the width.
-    ContactSheet(std::uint32_t width, std::uint32_t columns);
+    /// `columns` is how many cells each row has, and the last number that of all further rows.
+    /// Throws `UsageError` when they do not fit into the width.
+    ContactSheet(std::uint32_t width, std::vector<std::uint32_t> columns);
 
     /// Adds an RGB picture of 3 bytes a pixel, made smaller when it does not fit into a cell.
     void Add(const Picture& picture, const std::string& caption);
@@ -26,15 +27,21 @@ private:
         std::string caption;
     };
 
+    struct Row {
+        std::uint32_t columns;
+        std::uint32_t cellWidth;
+        std::uint32_t pictureHeight;
+        std::vector<Cell> cells;
+    };
+
+    void AddRow();
     std::uint32_t Height() const;
-    std::uint32_t RowHeight(std::size_t firstCell) const;
-    void DrawCell(const Cell& cell, std::uint32_t left, std::uint32_t top,
-                  std::uint32_t pictureSpace, Picture* sheet) const;
+    static void DrawCell(const Cell& cell, const Row& row, std::uint32_t left, std::uint32_t top,
+                         Picture* sheet);
 
     std::uint32_t m_width;
-    std::uint32_t m_columns;
-    std::uint32_t m_cellWidth = 0;
-    std::vector<Cell> m_cells;
+    std::vector<std::uint32_t> m_columns;
+    std::vector<Row> m_rows;
 };
 
 }  // namespace KivFisheyeTools

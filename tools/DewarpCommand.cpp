@@ -66,7 +66,7 @@ void Turn(const DewarpArguments& arguments, const Flattener& flattener, Progress
     const Angles asked = AskedAngles(arguments, flattener);
     const Angles taken = flattener.Turn(asked);
     if (!IsSameView(asked, taken)) {
-        progress->Say("the view " + WordsForLimit(asked, taken));
+        progress->Say("the view " + WordsForLimit(ViewOfName(arguments.view.view), asked, taken));
     }
 }
 
@@ -116,9 +116,10 @@ void AddAngleOptions(CLI::App* command, DewarpArguments* arguments) {
     CLI::Option* pan = command->add_option(
         "--pan", arguments->pan,
         "Degrees. Panoramas: turn to the right, clockwise seen from above; 0 has the lens's right "
-        "at the left edge. Virtual camera: ceiling 0 looks to the picture's top and runs clockwise "
-        "on it, table 0 looks to its bottom and runs anticlockwise, wall -90 to 90 with the right "
-        "positive");
+        "at the left edge, in a ceiling camera's dual panorama the lens's left, and that of a wall "
+        "camera does not turn; a dual panorama at exactly 180 is that at 0. Virtual camera: "
+        "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
+        "bottom and runs anticlockwise, wall -90 to 90 with the right positive");
     CLI::Option* tilt = command->add_option(
         "--tilt", arguments->tilt,
         "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Ceiling 0 to 90, table "
@@ -136,8 +137,8 @@ void AddAngleOptions(CLI::App* command, DewarpArguments* arguments) {
     CLI::Option* fieldOfView = command->add_option(
         "--fov", arguments->fieldOfView,
         "Virtual camera: the zoom, as the degrees that the view's height shows");
-    pan->check(FiniteNumber());
-    tilt->check(FiniteNumber());
+    pan->check(FiniteNumbers(1));
+    tilt->check(FiniteNumbers(1));
     zoom->check(NumberIn(1.0, 10.0))->excludes(fieldOfView);
     aim->check(FiniteNumbers(2))->type_name("X,Y")->excludes(pan)->excludes(tilt);
     fieldOfView->check(NumberIn(10.0, 180.0));
@@ -155,9 +156,7 @@ void AddDewarpCommand(CLI::App* app) {
                      "The file to write: .png or .jpg is the first picture, .mp4 the whole video "
                      "as H.264, with square pixels, its frames at their times, and without sound")
         ->required();
-    command->add_option("--view", arguments->view.view, "What the output shows")
-        ->required()
-        ->check(CLI::IsMember(ViewNames()));
+    AddView(command, &arguments->view.view)->required();
     AddAngleOptions(command, arguments.get());
     AddViewOptions(command, &arguments->view);
     command->callback([arguments] { Dewarp(*arguments); });

@@ -44,9 +44,15 @@ Picture PictureOfSize(const Size& size, std::uint32_t bytesPerPixel) {
     return {size.width, size.height, bytesPerPixel};
 }
 
+std::string WordsForPan(const Angles& angles) {
+    std::ostringstream words;
+    words << "pan " << angles.pan;
+    return words.str();
+}
+
 std::string WordsFor(const Angles& angles) {
     std::ostringstream words;
-    words << "pan " << angles.pan << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
+    words << WordsForPan(angles) << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
     return words.str();
 }
 
@@ -60,12 +66,19 @@ bool IsSameView(const Angles& asked, const Angles& taken) {
            isNear(double{asked.zoom} - double{taken.zoom});
 }
 
-std::string WordsForLimit(const Angles& asked, const Angles& taken) {
+std::string WordsForLimit(KivFisheyeLib::ViewType view, const Angles& asked, const Angles& taken) {
+    const auto words = [](const std::string& limit, const std::string& wish) {
+        return "is limited to " + limit + " instead of " + wish;
+    };
+    if (view != KivFisheyeLib::ViewTypeVCam) {
+        return words(WordsForPan(taken), WordsForPan(asked)) +
+               "; the panorama of a wall camera does not turn";
+    }
     const std::string cure = taken.zoom < kWidestZoomThatTurns
                                  ? "; it looks away from the lens's axis only at a zoom of 2 or "
                                    "more, which shows at most 90 degrees"
                                  : "";
-    return "is limited to " + WordsFor(taken) + " instead of " + WordsFor(asked) + cure;
+    return words(WordsFor(taken), WordsFor(asked)) + cure;
 }
 
 Flattener::Flattener(const ViewArguments& arguments, const Size& input, OutputKind output)

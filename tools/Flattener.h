@@ -20,9 +20,10 @@ constexpr float kWidestZoomThatTurns = 2.0F;
 /// Whether the library took the angles as they were asked for. Whole turns make no difference.
 bool IsSameView(const Angles& asked, const Angles& taken);
 
-/// Words such as "is limited to pan 10, tilt 50 and zoom 3 instead of pan 10, tilt 80 and zoom 3", and
-/// what would help when the zoom is too small for the view to turn.
-std::string WordsForLimit(const Angles& asked, const Angles& taken);
+/// Words such as "is limited to pan 10, tilt 50 and zoom 3 instead of pan 10, tilt 80 and zoom 3",
+/// and what would help when the zoom is too small for the view to turn. Of a panorama only the pan
+/// counts.
+std::string WordsForLimit(KivFisheyeLib::ViewType view, const Angles& asked, const Angles& taken);
 
 /// A camera context with its two pictures, which stay where they are: they are set once, so that no
 /// frame of a video costs more than its conversion.

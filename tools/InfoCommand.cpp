@@ -22,8 +22,6 @@ struct InfoArguments {
     bool hasRadii = false;
 };
 
-constexpr const char* kNotYet = "not available yet";
-
 std::string InstructionSetName() {
     constexpr std::array<const char*, 9> kNames = {"386",    "SSE",    "SSE2", "SSE3", "SSSE3",
                                                    "SSE4.1", "SSE4.2", "AVX",  "AVX2"};
@@ -34,16 +32,10 @@ std::string InstructionSetName() {
     return kNames[static_cast<std::size_t>(level)];
 }
 
-/// For the other views the library gives the input's size back, which recommends nothing.
-bool HasRecommendation(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
-    return view == KivFisheyeLib::ViewTypeVCam ||
-           (view == KivFisheyeLib::ViewTypeFullPanorama && mount != KivFisheyeLib::MountTypeWall);
-}
-
 void PrintRow(const std::string& mount, const std::string& view, const std::string& size,
-              const std::string& ratio, const std::string& conversion) {
+              const std::string& ratio) {
     std::cout << std::left << std::setw(8) << mount << ' ' << std::setw(5) << view << ' '
-              << std::setw(18) << size << ' ' << std::setw(6) << ratio << ' ' << conversion << '\n';
+              << std::setw(18) << size << ' ' << ratio << '\n';
 }
 
 std::string WordsFor(float ratio) {
@@ -54,26 +46,21 @@ std::string WordsFor(float ratio) {
 
 void PrintView(Picture* input, const KivFisheyeLib::DewarpParams& lens,
                KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
-    std::string sizeText = kNotYet;
-    std::string ratioText = "-";
-    if (HasRecommendation(mount, view)) {
-        unsigned width = 0;
-        unsigned height = 0;
-        float ratio = 0.0F;
-        const Camera camera;
-        camera->SetMountAndViewType(mount, view);
-        camera->SetDewarpParams(lens);
-        camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input));
-        if (camera->GetRecommendOutputVideoSize(&width, &height) != kResultOk ||
-            camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
-            throw Failure("the library recommends no output size for this picture");
-        }
-        const bool isSize = HasExtent(lens) && width > 0 && height > 0;
-        sizeText = isSize ? std::to_string(width) + "x" + std::to_string(height) : "none";
-        ratioText = isSize ? WordsFor(ratio) : "-";
+    unsigned width = 0;
+    unsigned height = 0;
+    float ratio = 0.0F;
+    const Camera camera;
+    camera->SetMountAndViewType(mount, view);
+    camera->SetDewarpParams(lens);
+    camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input));
+    if (camera->GetRecommendOutputVideoSize(&width, &height) != kResultOk ||
+        camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
+        throw Failure("the library recommends no output size for this picture");
     }
-    PrintRow(NameOf(mount), NameOf(view), sizeText, ratioText,
-             CanShow(mount, view) ? "available" : kNotYet);
+    const bool isSize = HasExtent(lens) && width > 0 && height > 0;
+    PrintRow(NameOf(mount), NameOf(view),
+             isSize ? std::to_string(width) + "x" + std::to_string(height) : "none",
+             isSize ? WordsFor(ratio) : "-");
 }
 
 /// Tells the radius of a round lens, when the usual radii make it an ellipse.
@@ -98,7 +85,7 @@ void PrintInfo(const InfoArguments& arguments) {
     std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
               << "instruction set: " << InstructionSetName() << '\n'
               << "input: " << input.width << 'x' << input.height << "\n\n";
-    PrintRow("mount", "view", "recommended size", "ratio", "conversion");
+    PrintRow("mount", "view", "recommended size", "ratio");
     for (const std::string& mountName : MountNames()) {
         for (const std::string& viewName : ViewNames()) {
             const auto mount = MountOfName(mountName);

@@ -37,9 +37,13 @@ void CheckPictureSize(std::uint64_t width, std::uint64_t height);
 /// cannot be read whole.
 Picture ReadPicture(const std::string& path, std::uint32_t bytesPerPixel);
 
+constexpr std::uint32_t kBestQuality = 100;
+
 /// Writes a PNG or JPEG file, as the path's ending says. The file appears under its name only when
-/// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is written.
-void WritePicture(const std::string& path, const Picture& picture);
+/// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is
+/// written. `quality` is for JPEG alone, from 1, the smallest file, to the best.
+void WritePicture(const std::string& path, const Picture& picture,
+                  std::uint32_t quality = kBestQuality);
 
 /// Whether the path is a name with the ending .png, .jpg or .jpeg.
 bool IsPictureName(const std::string& path);

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "OutputFile.h"
 #include "Picture.h"
 #include "PixelConverter.h"
@@ -6,7 +8,13 @@ namespace KivFisheyeTools {
 
 namespace {
 
-constexpr int kJpegQuantizer = 2;
+/// How coarsely the JPEG encoder rounds, from 2 to 31.
+int JpegQuantizer(std::uint32_t quality) {
+    constexpr double kFinest = 2.0;
+    constexpr double kCoarsest = 31.0;
+    const double loss = (1.0 * kBestQuality - quality) / (kBestQuality - 1.0);
+    return static_cast<int>(std::lround(kFinest + loss * (kCoarsest - kFinest)));
+}
 
 AVCodecID CodecOfEnding(const std::string& path) {
     const std::string ending = EndingOf(path);
@@ -16,7 +24,8 @@ AVCodecID CodecOfEnding(const std::string& path) {
     return ending == ".jpg" || ending == ".jpeg" ? AV_CODEC_ID_MJPEG : AV_CODEC_ID_NONE;
 }
 
-AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& picture) {
+AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& picture,
+                                    std::uint32_t quality) {
     const std::string sentence = "cannot write " + path + ": ";
     const AVCodecID codecId = CodecOfEnding(path);
     const AVCodec* codec = avcodec_find_encoder(codecId);
@@ -32,7 +41,7 @@ AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& pict
     if (codecId == AV_CODEC_ID_MJPEG) {
         encoder->pix_fmt = AV_PIX_FMT_YUVJ444P;
         encoder->flags |= AV_CODEC_FLAG_QSCALE;
-        encoder->global_quality = kJpegQuantizer * FF_QP2LAMBDA;
+        encoder->global_quality = JpegQuantizer(quality) * FF_QP2LAMBDA;
     }
     CheckAv(avcodec_open2(encoder.get(), codec, nullptr),
             sentence + "the encoder refuses a picture of " + std::to_string(picture.width) + "x" +
@@ -40,9 +49,10 @@ AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& pict
     return encoder;
 }
 
-AvOwner<AVPacket> EncodedPicture(const std::string& path, const Picture& picture) {
+AvOwner<AVPacket> EncodedPicture(const std::string& path, const Picture& picture,
+                                 std::uint32_t quality) {
     const std::string sentence = "cannot write " + path + ": the picture cannot be encoded";
-    const AvOwner<AVCodecContext> encoder = OpenEncoder(path, picture);
+    const AvOwner<AVCodecContext> encoder = OpenEncoder(path, picture, quality);
     const AvOwner<AVFrame> rgb =
         NewFrame(PixelFormatOf(picture.bytesPerPixel), picture.width, picture.height);
     CopyPixels(picture, rgb.get());
@@ -70,11 +80,11 @@ void CheckPictureEnding(const std::string& path) {
     }
 }
 
-void WritePicture(const std::string& path, const Picture& picture) {
+void WritePicture(const std::string& path, const Picture& picture, std::uint32_t quality) {
     SilenceAv();
     CheckPictureEnding(path);
     OutputFile file(path);
-    const AvOwner<AVPacket> packet = EncodedPicture(path, picture);
+    const AvOwner<AVPacket> packet = EncodedPicture(path, picture, quality);
     file.Write(packet->data, static_cast<std::size_t>(packet->size));
     file.MoveToTarget();
 }

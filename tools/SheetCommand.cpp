@@ -1,12 +1,14 @@
 #include <cmath>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
 #include "Arguments.h"
 #include "Commands.h"
 #include "ContactSheet.h"
 #include "Failure.h"
 #include "Numbers.h"
+#include "OutputFile.h"
 #include "Progress.h"
 
 namespace KivFisheyeTools {
@@ -17,8 +19,9 @@ struct SheetArguments {
     std::string output;
     std::vector<std::string> inputs;
     std::string captions;
-    std::uint32_t columns = 0;
+    std::string columns;
     std::uint32_t width = 1600;
+    std::optional<std::uint32_t> quality;
 };
 
 std::vector<std::string> Captions(const SheetArguments& arguments) {
@@ -38,15 +41,23 @@ std::vector<std::string> Captions(const SheetArguments& arguments) {
     return captions;
 }
 
-std::uint32_t Columns(const SheetArguments& arguments) {
-    if (arguments.columns > 0) {
-        return arguments.columns;
+/// How many pictures each row has.
+std::vector<std::uint32_t> Columns(const SheetArguments& arguments) {
+    if (arguments.columns.empty()) {
+        return {static_cast<std::uint32_t>(std::ceil(std::sqrt(arguments.inputs.size())))};
     }
-    return static_cast<std::uint32_t>(std::ceil(std::sqrt(arguments.inputs.size())));
+    std::vector<std::uint32_t> columns;
+    for (const std::string& part : SplitAtCommas(arguments.columns)) {
+        columns.push_back(WholeNumberOf(part).value());
+    }
+    return columns;
 }
 
 void MakeSheet(const SheetArguments& arguments) {
     CheckPictureEnding(arguments.output);
+    if (arguments.quality && EndingOf(arguments.output) == ".png") {
+        throw UsageError("--quality goes with a JPEG file: a PNG file loses nothing");
+    }
     CheckIsNoInput(arguments.output, arguments.inputs);
     const std::vector<std::string> captions = Captions(arguments);
     ContactSheet sheet(arguments.width, Columns(arguments));
@@ -56,7 +67,7 @@ void MakeSheet(const SheetArguments& arguments) {
         sheet.Add(ReadPicture(arguments.inputs[i], 3), captions[i]);
     }
     progress.Show("writing " + arguments.output);
-    WritePicture(arguments.output, sheet.Drawn());
+    WritePicture(arguments.output, sheet.Drawn(), arguments.quality.value_or(kBestQuality));
 }
 
 }  // namespace
@@ -67,11 +78,20 @@ void AddSheetCommand(CLI::App* app) {
     command->add_option("INPUT", arguments->inputs, "The pictures, row by row")->required();
     command->add_option("-o,--output", arguments->output, "The PNG or JPEG file to write")
         ->required();
-    command->add_option("--columns", arguments->columns, "Pictures in a row; a square by default")
-        ->transform(WholeNumberIn(1, 1000));
+    command
+        ->add_option("--columns", arguments->columns,
+                     "Pictures in a row, or in the first row, the second and so on with commas "
+                     "between the numbers, the last of which holds for all further rows; a square "
+                     "by default")
+        ->check(WholeNumbersIn(1, 1000));
     command->add_option("--width", arguments->width, "Width of the sheet")
         ->transform(WholeNumberIn(64, kMaximumSide))
         ->capture_default_str();
+    command
+        ->add_option("--quality", arguments->quality,
+                     "JPEG alone: from 1, the smallest file, to 100, the finest picture; 100 by "
+                     "default")
+        ->transform(WholeNumberIn(1, kBestQuality));
     command->add_option("--captions", arguments->captions,
                         "Captions with commas between them; the files' names by default");
     command->callback([arguments] { MakeSheet(*arguments); });

@@ -32,12 +32,19 @@ struct SweepArguments {
     std::optional<double> frameRate;
 };
 
-/// A part of the way from one set of numbers to another.
-Angles AnglesBetween(const std::vector<double>& from, const std::vector<double>& to, double part) {
-    const auto between = [&](std::size_t i) {
-        return static_cast<float>((1.0 - part) * from.at(i) + part * to.at(i));
+KivFisheyeLib::ViewType ViewOf(const SweepArguments& arguments) {
+    return ViewOfName(arguments.view.view);
+}
+
+/// A part of the way from one set of numbers to another, whose first is the pan. A panorama has no
+/// more than that, and keeps the tilt and zoom of `present`.
+Angles AnglesBetween(const std::vector<double>& from, const std::vector<double>& to, double part,
+                     const Angles& present) {
+    const auto between = [&](std::size_t i, float otherwise) {
+        return i < from.size() ? static_cast<float>((1.0 - part) * from[i] + part * to.at(i))
+                               : otherwise;
     };
-    return {between(0), between(1), between(2)};
+    return {between(0, present.pan), between(1, present.tilt), between(2, present.zoom)};
 }
 
 /// The path of one picture of all, counted from 0.
@@ -50,10 +57,18 @@ std::string PicturePath(const SweepArguments& arguments, std::uint32_t index) {
         .string();
 }
 
-void CheckZoom(const std::string& option, const std::string& text) {
-    const double zoom = NumbersOfText(text).at(2);
-    if (zoom < 1.0 || zoom > 10.0) {
-        throw UsageError(option + ": the zoom must be from 1 to 10");
+void CheckAngles(const std::string& option, const std::string& text, KivFisheyeLib::ViewType view) {
+    const bool isPanorama = view != KivFisheyeLib::ViewTypeVCam;
+    const std::string complaint = ComplaintAboutNumbers(text, isPanorama ? 1 : 3);
+    if (!complaint.empty()) {
+        throw UsageError(option + ": " + complaint +
+                         (isPanorama ? ": a panorama has a pan and nothing else" : ""));
+    }
+    if (!isPanorama) {
+        const double zoom = NumbersOfText(text).at(2);
+        if (zoom < 1.0 || zoom > 10.0) {
+            throw UsageError(option + ": the zoom must be from 1 to 10");
+        }
     }
 }
 
@@ -109,8 +124,8 @@ void CheckFolder(const SweepArguments& arguments) {
 }
 
 void CheckUsage(const SweepArguments& arguments) {
-    CheckZoom("--from", arguments.from);
-    CheckZoom("--to", arguments.to);
+    CheckAngles("--from", arguments.from, ViewOf(arguments));
+    CheckAngles("--to", arguments.to, ViewOf(arguments));
     if (IsVideoName(arguments.output)) {
         CheckIsNoInput(arguments.output, {arguments.input});
         CheckView(arguments.view, OutputKind::Video);
@@ -131,9 +146,12 @@ void MakeFolder(const std::string& path) {
 /// Tells in the end how many views were not as asked for.
 class LimitedViews {
 public:
+    explicit LimitedViews(KivFisheyeLib::ViewType view) : m_view(view) {}
+
     void Note(std::uint32_t index, const Angles& asked, const Angles& taken) {
         if (!IsSameView(asked, taken) && ++m_count == 1) {
-            m_first = "number " + std::to_string(index + 1) + ", " + WordsForLimit(asked, taken);
+            m_first =
+                "number " + std::to_string(index + 1) + ", " + WordsForLimit(m_view, asked, taken);
         }
     }
 
@@ -144,6 +162,7 @@ public:
     }
 
 private:
+    KivFisheyeLib::ViewType m_view;
     std::uint32_t m_count = 0;
     std::string m_first;
 };
@@ -154,11 +173,12 @@ std::uint32_t ShowViews(const SweepArguments& arguments, const Flattener& flatte
                         Progress* progress, Take take) {
     const std::vector<double> from = NumbersOfText(arguments.from);
     const std::vector<double> to = NumbersOfText(arguments.to);
-    LimitedViews limited;
+    const Angles present = flattener.Present();
+    LimitedViews limited(ViewOf(arguments));
     std::uint32_t index = 0;
     while (index < arguments.frames && StopRequest::Signal() == 0) {
         const double part = arguments.frames > 1 ? index / (arguments.frames - 1.0) : 0.0;
-        const Angles asked = AnglesBetween(from, to, part);
+        const Angles asked = AnglesBetween(from, to, part, present);
         limited.Note(index, asked, flattener.Turn(asked));
         flattener.Flatten();
         take(index);
@@ -219,7 +239,8 @@ void AddSweepCommand(CLI::App* app) {
     const auto arguments = std::make_shared<SweepArguments>();
     arguments->view.view = NameOf(KivFisheyeLib::ViewTypeVCam);
     CLI::App* command = app->add_subcommand(
-        "sweep", "Move a virtual camera evenly from one view of a picture to another");
+        "sweep",
+        "Turn a virtual camera or a panorama evenly from one view of a picture to another");
     command->option_defaults()->always_capture_default();
     command
         ->add_option("INPUT", arguments->input,
@@ -231,14 +252,17 @@ void AddSweepCommand(CLI::App* app) {
             "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
             "would stay, or an .mp4 file")
         ->required();
-    command->add_option("--from", arguments->from, "Pan, tilt and zoom of the first view")
+    AddView(command, &arguments->view.view);
+    command
+        ->add_option("--from", arguments->from,
+                     "Pan, tilt and zoom of the first view; of a panorama the pan alone")
         ->required()
-        ->check(FiniteNumbers(3))
-        ->type_name("P,T,Z");
-    command->add_option("--to", arguments->to, "Pan, tilt and zoom of the last view")
+        ->type_name("P[,T,Z]");
+    command
+        ->add_option("--to", arguments->to,
+                     "Pan, tilt and zoom of the last view; of a panorama the pan alone")
         ->required()
-        ->check(FiniteNumbers(3))
-        ->type_name("P,T,Z");
+        ->type_name("P[,T,Z]");
     command->add_option("--frames", arguments->frames, "Number of views, with the first and last")
         ->required()
         ->transform(WholeNumberIn(1, kMostFrames))

@@ -12,9 +12,9 @@ namespace KivFisheyeTools {
 
 /// The pictures of a still picture's or a video's file, one after the other.
 ///
-/// Everything here throws `Failure` when the file cannot be read, and the message tells the number of
-/// the frame that could not. A picture is never made up: a file that is cut off or damaged fails at
-/// the first frame that is not whole.
+/// Everything here throws `Failure` when the file cannot be read, and the message tells the number
+/// of the frame that could not. A picture is never made up: a file that is cut off or damaged fails
+/// at the first frame that is not whole.
 class VideoReader {
 public:
     /// Decodes the first picture, which tells the size of all.

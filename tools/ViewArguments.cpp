@@ -46,10 +46,6 @@ void CheckView(const ViewArguments& arguments, OutputKind output) {
     if (!arguments.size.empty()) {
         CheckSize(SizeOfText(arguments.size).value(), output);
     }
-    if (!CanShow(mount, view)) {
-        throw Failure("this version cannot show the " + WordsFor(view) + " of a " + NameOf(mount) +
-                      " camera yet");
-    }
 }
 
 }  // namespace KivFisheyeTools

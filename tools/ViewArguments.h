@@ -25,8 +25,7 @@ bool HasExtent(const KivFisheyeLib::DewarpParams& lens);
 /// What is made of the flattened pictures. The pixels of a video ask for an even height.
 enum class OutputKind { Picture, Video };
 
-/// Throws `UsageError` when the options do not go together, and `Failure` when the library cannot
-/// show the view.
+/// Throws `UsageError` when the options do not go together.
 void CheckView(const ViewArguments& arguments, OutputKind output);
 
 }  // namespace KivFisheyeTools
