@@ -11,8 +11,8 @@
 void RegisterTimed(const std::string& name,
                    const std::function<void(benchmark::State& state)>& run);
 
-/// Times one call of `frame` per iteration, where a cold one finds the caches full of something else,
-/// and counts frames and output pixels.
+/// Times one call of `frame` per iteration, where a cold one finds the caches full of something
+/// else, and counts frames and output pixels.
 void TimeFrames(benchmark::State& state, std::size_t pixels, const std::function<void()>& frame,
                 bool cold);
 

@@ -23,8 +23,8 @@ vcam::ConvertFunction& KernelOf(const std::string& form, int bits) {
     DrawView(job, job.move.viewOfFrame(17), convert);
 }
 
-/// Draws one frame of a virtual camera in one form of the kernel, for a tool that counts what is done
-/// in `DrawCountedFrame`.
+/// Draws one frame of a virtual camera in one form of the kernel, for a tool that counts what is
+/// done in `DrawCountedFrame`.
 int main(int argc, char** argv) {
     if (argc == 2 && std::string(argv[1]) == "--forms") {
         for (const VCamForm& form : VCamFormsOfProcessor()) {

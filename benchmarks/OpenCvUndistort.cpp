@@ -22,8 +22,8 @@ public:
     }
 
     void Draw(const View& view) override {
-        // This model looks along z with y downwards, so y and z change their signs. It wants the way
-        // back, from the lens to the view.
+        // This model looks along z with y downwards, so y and z change their signs. It wants the
+        // way back, from the lens to the view.
         float m[16];
         DownwardFisheyeAlgoNS::GetModelViewMatrix(view.pan, view.tilt, m);
         const cv::Matx33d toView(m[0], -m[1], -m[2], -m[4], m[5], m[6], -m[8], m[9], m[10]);

@@ -5,8 +5,8 @@
 
 #include "ViewJob.h"
 
-// OpenCV's ways to draw a view that moves, on one thread and with nearest pixels. They spare the test
-// whether a ray is inside the lens's rim, so all rays of the job have to be.
+// OpenCV's ways to draw a view that moves, on one thread and with nearest pixels. They spare the
+// test whether a ray is inside the lens's rim, so all rays of the job have to be.
 
 /// Makes the map anew for each strip of rows, with functions on arrays, while the strip is in the
 /// cache: rays, their angles, positions.

@@ -10,7 +10,6 @@
 
 #include "FrameTimer.h"
 #include "PanoramaJob.h"
-#include "UpwardFisheyeAlgo_C.h"
 #ifdef KIVFISHEYE_WITH_OPENCV
 #include "OpenCvPeers.h"
 #endif
@@ -39,22 +38,6 @@ void PlainWalk(PanoramaJob& job) {
          job.dst.data());
 }
 
-void Convert(PanoramaJob& job) {
-    if (job.bitsPerPixel == 24) {
-        job.converter.CvtRGB24(job.src.data(), job.dst.data());
-    } else {
-        job.converter.CvtRGB32(job.src.data(), job.dst.data());
-    }
-}
-
-void ConvertTurned(PanoramaJob& job, float pan) {
-    if (job.bitsPerPixel == 24) {
-        job.converter.CvtRGB24(pan, job.src.data(), job.dst.data());
-    } else {
-        job.converter.CvtRGB32(pan, job.src.data(), job.dst.data());
-    }
-}
-
 void Register(const std::string& name, const std::shared_ptr<PanoramaJob>& job,
               const std::function<void()>& frame, bool cold = false) {
     RegisterTimed(name,
@@ -76,11 +59,13 @@ void RegisterChecked(const std::string& name, const std::shared_ptr<PanoramaJob>
 }
 
 void RegisterFrames(const std::string& scene, const std::shared_ptr<PanoramaJob>& job, bool cold) {
-    constexpr float kPan = 123.0F;
     RegisterChecked(
-        scene + "/library", job, [job] { Convert(*job); }, cold);
-    Register(
-        scene + "/library-pan", job, [job] { ConvertTurned(*job, kPan); }, cold);
+        scene + "/library", job, [job] { job->Convert(); }, cold);
+    if (job->conversions.convertTurned) {
+        Register(
+            scene + "/library-pan", job,
+            [job] { job->conversions.convertTurned(job->src.data(), job->dst.data()); }, cold);
+    }
     RegisterChecked(
         scene + "/plain", job, [job] { PlainWalk(*job); }, cold);
     RegisterChecked(
@@ -95,39 +80,18 @@ void RegisterFrames(const std::string& scene, const std::shared_ptr<PanoramaJob>
 
 }  // namespace
 
-PanoramaJob::PanoramaJob(int sideInPixels, int bits)
-    : side(sideInPixels),
-      bitsPerPixel(bits),
-      bytesPerPixel(bits / 8),
-      srcStride((side * bytesPerPixel + 3) & ~3) {
-    UpwardFisheyeAlgoNS::GetBestFitPanoramaSize(side, side, 0.5F, 0.5F, 0.0F, dstWidth, dstHeight);
-    dstStride = (dstWidth * bytesPerPixel + 3) & ~3;
-    src.resize(static_cast<std::size_t>(srcStride) * static_cast<std::size_t>(side));
-    dst.resize(static_cast<std::size_t>(dstStride) * static_cast<std::size_t>(dstHeight));
-    std::mt19937 random(1);
-    for (unsigned char& byte : src) {
-        byte = static_cast<unsigned char>(random());
-    }
-    InitConverter();
-    table.Allocate(Pixels());
-    const auto build =
-        bits == 24 ? UpwardFisheyeAlgoNS::C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, -1>
-                   : UpwardFisheyeAlgoNS::C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, -1>;
-    build(side, side, srcStride, dstWidth, dstHeight, dstStride, 0.5F, 0.5F, 0.0F, table);
-    Convert(*this);
-    expected = dst;
-}
-
 void RegisterPanoramaBenchmarks() {
-    for (const int side : {1024, 2880}) {
-        for (const int bits : {24, 32}) {
-            const auto job = std::make_shared<PanoramaJob>(side, bits);
-            const std::string scene =
-                "full/" + std::to_string(side) + "/rgb" + std::to_string(bits);
-            RegisterFrames(scene + "/warm", job, false);
-            RegisterFrames(scene + "/cold", job, true);
-            Register("table/" + std::to_string(side) + "/rgb" + std::to_string(bits) + "/library",
-                     job, [job] { job->InitConverter(); });
+    for (const PanoramaView& view : PanoramaViews()) {
+        for (const int side : {1024, 2880}) {
+            for (const int bits : {24, 32}) {
+                const auto job = std::make_shared<PanoramaJob>(view, side, bits);
+                const std::string scene =
+                    "/" + std::to_string(side) + "/rgb" + std::to_string(bits) + "/";
+                RegisterFrames(view.name + scene + "warm", job, false);
+                RegisterFrames(view.name + scene + "cold", job, true);
+                Register(view.name + "-table" + scene + "library", job,
+                         [job] { job->conversions.init(); });
+            }
         }
     }
 }

@@ -2,18 +2,37 @@
 #define KIVFISHEYE_PANORAMA_JOB_H
 
 #include <cstddef>
+#include <functional>
+#include <string>
 #include <vector>
 
-#include "MemoryUtils.h"
-#include "UpwardFisheyeAlgo.h"
+/// A panorama that is measured: the best output size for a source of so many pixels a side, and a
+/// converter between the two.
+struct PanoramaView {
+    using Frame = std::function<void(const unsigned char* src, unsigned char* dst)>;
+    struct Conversions {
+        std::function<void()> init;  // builds the table
+        Frame convert;
+        Frame convertTurned;  // empty for a wall, which does not turn
+    };
 
-/// One source frame, its full panorama, and the table between them.
+    std::string name;
+    std::function<void(int side, int& width, int& height)> bestFit;
+    std::function<Conversions(int side, int srcStride, int dstWidth, int dstHeight, int dstStride,
+                              int bitsPerPixel)>
+        conversions;
+};
+
+/// The full panorama and the dual panorama of a table camera, and the panorama of a wall camera.
+std::vector<PanoramaView> PanoramaViews();
+
+/// One source frame, its panorama, and the table between them.
 struct PanoramaJob {
-    PanoramaJob(int side, int bits);
+    PanoramaJob(const PanoramaView& view, int side, int bits);
 
-    void InitConverter() {
-        converter.Init(side, side, srcStride, dstWidth, dstHeight, dstStride, bitsPerPixel, 0.5F,
-                       0.5F, 0.0F);
+    void Convert() { conversions.convert(src.data(), dst.data()); }
+    std::size_t Pixels() const {
+        return static_cast<std::size_t>(dstWidth) * static_cast<std::size_t>(dstHeight);
     }
 
     int side;
@@ -26,12 +45,11 @@ struct PanoramaJob {
     std::vector<unsigned char> src;
     std::vector<unsigned char> dst;
     std::vector<unsigned char> expected;  // what every contestant must make
-    CAlignedBufferT<int, 32> table;
-    UpwardFisheyeAlgoNS::CPanoramaConverter converter;
+    PanoramaView::Conversions conversions;
+    std::vector<int> table;  // the byte offset of each output pixel's source pixel, or -1
 
-    std::size_t Pixels() const {
-        return static_cast<std::size_t>(dstWidth) * static_cast<std::size_t>(dstHeight);
-    }
+private:
+    void ReadTable();
 };
 
 #endif

@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-/// Where a virtual camera looks, in degrees: turned off the lens axis by tilt about x, then about the
-/// axis by pan, anticlockwise as seen on the frame.
+/// Where a virtual camera looks, in degrees: turned off the lens axis by tilt about x, then about
+/// the axis by pan, anticlockwise as seen on the frame.
 struct View {
     float pan;
     float tilt;
 };
 
-/// A way to look around: the eye, which stands on the near distance too, and the view of each frame.
-/// Views are 90 degrees high.
+/// A way to look around: the eye, which stands on the near distance too, and the view of each
+/// frame. Views are 90 degrees high.
 struct Move {
     const char* name;
     float eyeZ;
