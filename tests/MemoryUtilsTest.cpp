@@ -203,6 +203,33 @@ TYPED_TEST(AlignedBuffer, ExhaustedMemoryThrowsAndLeavesItEmpty) {
     EXPECT_EQ(buffer.count(), 20U);
 }
 
+TYPED_TEST(AlignedBuffer, BorrowedElementsStayWithTheirOwner) {
+    using Buffer = typename TypeParam::Buffer;
+    AllocationWatch watch;
+    Buffer owner;
+    owner.Allocate(10);
+    {
+        const Buffer part = Buffer::Borrow(owner.data() + 4, 3);
+        EXPECT_EQ(part.data(), owner.data() + 4);
+        EXPECT_EQ(part.count(), 3U);
+    }
+    EXPECT_EQ(watch.BlocksTaken(), 1);
+    EXPECT_EQ(owner.count(), 10U);
+}
+
+TYPED_TEST(AlignedBuffer, OwnsWhatItAllocatesAfterItBorrowed) {
+    using Buffer = typename TypeParam::Buffer;
+    AllocationWatch watch;
+    Buffer owner;
+    owner.Allocate(10);
+    {
+        Buffer borrower = Buffer::Borrow(owner.data(), 10);
+        borrower.Allocate(5);
+        EXPECT_EQ(watch.BlocksTaken(), 2);
+    }
+    EXPECT_EQ(watch.BlocksTaken(), 1);
+}
+
 TYPED_TEST(AlignedBuffer, CanNotBeCopied) {
     using Buffer = typename TypeParam::Buffer;
     EXPECT_FALSE(std::is_copy_constructible_v<Buffer>);
