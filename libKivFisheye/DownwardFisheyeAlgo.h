@@ -18,8 +18,8 @@
 namespace DownwardFisheyeAlgoNS {
 
 /// Evaluates the mapping afresh for every frame: the slow way, which needs no table and turns by
-/// any fraction of a column. Its picture at `pan` is the mirror image of what `CPanoramaConverter`
-/// makes at 360 minus `pan`.
+/// any fraction of a column. Its picture at `pan` is, to within a column, the mirror image of
+/// what `CPanoramaConverter` makes at 360 minus `pan`.
 class CPanoramaSimpleConverter {
 public:
     /// Throws `std::bad_alloc` when memory runs out.
@@ -121,9 +121,9 @@ public:
 
     /// Converts one frame as `CPanoramaConverter` does, but a growing `pan` moves the picture to
     /// the right, by 180 divided by `dstWidth` degrees at least, and what leaves one half enters
-    /// the other. A pan of exactly 180 is the picture of 0, while just beside it the halves have
-    /// changed places. The forms with `pan` leave an odd last row as it is, the others make it zero
-    /// bytes.
+    /// the other. A context, which passes 360 minus its pan, turns the other way. A pan of exactly
+    /// 180 is the picture of 0, while just beside it the halves have changed places. The forms with
+    /// `pan` leave an odd last row as it is, the others make it zero bytes.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

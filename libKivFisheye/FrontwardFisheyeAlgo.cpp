@@ -1,8 +1,7 @@
 #include "FrontwardFisheyeAlgo.h"
 
-#include <algorithm>
+#include <array>
 #include <cmath>
-#include <cstddef>
 
 #include "BestFit.h"
 #include "Degrees.h"
@@ -48,10 +47,6 @@ struct CPanoramaSimpleConverter::Impl
 };
 
 struct CPanoramaConverter::Impl : TableConverter<Impl> {
-    /// A wall's rows run through few source rows at a time: whole ones keep what they share in the
-    /// caches.
-    static TableTiles TilesFor(int width, int) { return TableTiles::WholeRows(width); }
-
     void ConvertRGB32(const unsigned char* src, unsigned char* dst);
 
     static BuildFunction& _init_table_rgb24_dispatch;
@@ -122,31 +117,17 @@ void CPanoramaConverter::CvtRGB32(const unsigned char* src, unsigned char* dst) 
     m_impl->ConvertRGB32(src, dst);
 }
 
-/// The kernel is told of the table alone, so it gets a few rows of it at a time, and the memory is
-/// asked for their lines before. Rows that overlap go in one call, which knows where the frame
-/// ends.
+/// The kernel is told of nothing but a table, so it gets the pieces of rows in the order that suits
+/// the caches, each as a table and a frame of one row, after the memory was asked for their lines.
 void CPanoramaConverter::Impl::ConvertRGB32(const unsigned char* src, unsigned char* dst) {
     constexpr int kBytes = 4;
-    constexpr int kRows = 4;
-    if (!Serves(kBytes)) {
-        return;
-    }
-    if (View().HasOverlappingRows(kBytes)) {
-        _cvt_rgb32_impl(src, dstWidth, dstHeight, dstStride, dst, table);
-        return;
-    }
-    FirstTouchLines::Walk ahead(lines, src);
-    for (int top = 0, rows = 0; top < dstHeight; top += rows) {
-        rows = std::min(dstHeight - top, kRows);
-        for (int y = 0; y < rows; ++y) {
-            ahead.NextRow();
-        }
-        const auto part = CAlignedBufferT<int, 32>::Borrow(
-            table.data() + std::ptrdiff_t{top} * dstWidth,
-            static_cast<unsigned long long>(rows) * static_cast<unsigned long long>(dstWidth));
-        _cvt_rgb32_impl(src, dstWidth, rows, dstStride, dst + std::ptrdiff_t{top} * dstStride,
-                        part);
-    }
+    MakeRowsBy<kBytes>(src, dst, dstHeight, std::array{TableRun{0, 0, dstWidth}},
+                       [&](const int* entries, int count, unsigned char* pixels) {
+                           const auto piece = CAlignedBufferT<int, 32>::Borrow(
+                               table.data() + (entries - table.data()),
+                               static_cast<unsigned long long>(count));
+                           _cvt_rgb32_impl(src, count, 1, count * kBytes, pixels, piece);
+                       });
 }
 
 void GetBestFitPanoramaSize(int srcWidth, int srcHeight, float radiusX, float radiusY,

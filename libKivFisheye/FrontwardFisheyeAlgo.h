@@ -71,7 +71,8 @@ private:
 };
 
 /// The panorama size in pixels that suits a source frame: as wide as the lens image, rounded up to
-/// a multiple of 8, and as high as its rim between the latitudes that are shown.
+/// a multiple of 8, and as high as its rim between the latitudes that are shown. Degrees are then
+/// taller than wide, by 1.41 at 45; they are square at a height of width * `wallViewAngle` / 90.
 KIVFISHEYE_API void GetBestFitPanoramaSize(int srcWidth, int srcHeight, float radiusX,
                                            float radiusY, float wallViewAngle, int& width,
                                            int& height);

@@ -163,10 +163,12 @@ void CvtPanoramaRGB32ByFisheyeAddrOffsetTable(const unsigned char* src, int dstW
     if (table.count() == 0) {
         return;
     }
-    const TableView view{table.data(), dstWidth, dstHeight, dstStride};
-    TableConversion<PixelT<32>, outOfFrame>(view, src, dst)
-        .MakeRows(dstHeight, std::array{TableRun{0, 0, dstWidth}}, TableTiles::WholeRows(dstWidth),
-                  [] {});
+    TableConversion<PixelT<32>::kBytes>({table.data(), dstWidth, dstHeight, dstStride}, dst)
+        .MakeRows(
+            dstHeight, std::array{TableRun{0, 0, dstWidth}}, TableTiles::WholeRows(dstWidth), [] {},
+            [src](const int* entries, int count, unsigned char* pixels) {
+                TablePixels<PixelT<32>, outOfFrame>::Make(entries, count, src, pixels);
+            });
 }
 
 }  // namespace FrontwardFisheyeAlgoNS::C

@@ -125,9 +125,9 @@ public:
 
     /// Converts one frame as `CPanoramaConverter` does, but a growing `pan` moves the picture to
     /// the right, by 180 divided by `dstWidth` degrees at least, and what leaves one half enters
-    /// the other. A pan of exactly 180 is the picture of 0, while just beside it the halves have
-    /// changed places. The forms with `pan` leave an odd last row as it is, the others make it zero
-    /// bytes.
+    /// the other. A context, which passes 360 minus its pan, turns the other way. A pan of exactly
+    /// 180 is the picture of 0, while just beside it the halves have changed places. The forms with
+    /// `pan` leave an odd last row as it is, the others make it zero bytes.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

@@ -41,7 +41,7 @@ protected:
     void Build(const std::vector<int>& entries, int columns, int rows, std::int64_t sourceBytes) {
         observed::requests.clear();
         const TableTiles tiles = TableTiles::ForCaches(columns, rows);
-        m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes, tiles);
+        m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes);
         m_firstTouched.clear();
         std::set<int> seen;
         for (int top = 0; top < rows; top += tiles.rows) {

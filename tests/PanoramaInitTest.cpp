@@ -182,13 +182,12 @@ TYPED_TEST(PanoramaInit, BitsOtherThan24BuildForPixelsOf4Bytes) {
 TEST(PanoramaTableRebuild, GivesTheBuilderAnAlignedEntryForEveryPixel) {
     PanoramaTable panorama;
     int calls = 0;
-    panorama.Rebuild({5, 5, 20, 13, 3, 52, 32}, TableTiles::ForCaches(13, 3),
-                     [&](CAlignedBufferT<int, 32>& table) {
-                         ++calls;
-                         EXPECT_EQ(table.count(), 39U);
-                         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table.data()) % 32, 0U);
-                         std::fill_n(table.data(), table.count(), 0);
-                     });
+    panorama.Rebuild({5, 5, 20, 13, 3, 52, 32}, [&](CAlignedBufferT<int, 32>& table) {
+        ++calls;
+        EXPECT_EQ(table.count(), 39U);
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(table.data()) % 32, 0U);
+        std::fill_n(table.data(), table.count(), 0);
+    });
     EXPECT_EQ(calls, 1);
     EXPECT_EQ(panorama.table.count(), 39U);
 }
@@ -198,16 +197,16 @@ TEST(PanoramaTableRebuild, BuilderThatFailsLeavesNoTable) {
     const auto fill = [](CAlignedBufferT<int, 32>& table) {
         std::fill_n(table.data(), table.count(), 0);
     };
-    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3), fill);
+    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, fill);
     ASSERT_EQ(panorama.table.count(), 24U);
     EXPECT_TRUE(ThrowsBadAlloc([&] {
-        panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3),
+        panorama.Rebuild({5, 5, 20, 8, 3, 32, 32},
                          [](CAlignedBufferT<int, 32>&) { throw std::bad_alloc(); });
     }));
     EXPECT_EQ(panorama.table.count(), 0U);
     EXPECT_EQ(panorama.table.data(), nullptr);
     panorama.Convert<32>(nullptr, nullptr);
     panorama.ConvertTurned<32>(90.0F, nullptr, nullptr);
-    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, TableTiles::ForCaches(8, 3), fill);
+    panorama.Rebuild({5, 5, 20, 8, 3, 32, 32}, fill);
     EXPECT_EQ(panorama.table.count(), 24U);
 }

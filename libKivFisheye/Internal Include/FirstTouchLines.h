@@ -27,14 +27,12 @@ public:
         m_rowEnds.clear();
     }
 
-    /// Lists the lines of a table that will be gone through in `tiles` and whose offsets are all
-    /// below `sourceBytes`.
+    /// Lists the lines of a table whose offsets are all below `sourceBytes`.
     template <int outOfFrame>
-    void Build(const int* table, int width, int height, std::int64_t sourceBytes,
-               const TableTiles& tiles) {
+    void Build(const int* table, int width, int height, std::int64_t sourceBytes) {
         Clear();
-        m_tiles = tiles;
-        m_rowEnds.reserve(tiles.CountRows(width, height));
+        m_tiles = TableTiles::ForCaches(width, height);
+        m_rowEnds.reserve(m_tiles.CountRows(width, height));
         std::vector<bool> touched(static_cast<std::size_t>(sourceBytes / kLineBytes + 1));
         const auto listRow = [&](int y, int left, int right) {
             const int* const row = table + std::ptrdiff_t{y} * width;
@@ -52,7 +50,7 @@ public:
             }
             m_rowEnds.push_back(static_cast<std::uint32_t>(m_lines.size()));
         };
-        tiles.ForEachRow(width, height, listRow);
+        m_tiles.ForEachRow(width, height, listRow);
         m_lines.shrink_to_fit();
     }
 

@@ -38,19 +38,13 @@ struct DirectConverter {
 /// A converter by a table; `Impl` derives from it and holds the pointers to the builders.
 template <class Impl>
 struct TableConverter : PanoramaTable {
-    /// The order that suits the mount's tables.
-    static TableTiles TilesFor(int width, int height) {
-        return TableTiles::ForCaches(width, height);
-    }
-
     void Init(const PanoramaJob& job, float shape) {
         const KernelPointer<BuildFunction>& build =
             job.bitsPerPixel == 24 ? Impl::_init_table_rgb24_impl : Impl::_init_table_rgb32_impl;
-        Rebuild(job, Impl::TilesFor(job.dstWidth, job.dstHeight),
-                [&](CAlignedBufferT<int, 32>& newTable) {
-                    build(job.srcWidth, job.srcHeight, job.srcStride, job.dstWidth, job.dstHeight,
-                          job.dstStride, job.radiusX, job.radiusY, shape, newTable);
-                });
+        Rebuild(job, [&](CAlignedBufferT<int, 32>& newTable) {
+            build(job.srcWidth, job.srcHeight, job.srcStride, job.dstWidth, job.dstHeight,
+                  job.dstStride, job.radiusX, job.radiusY, shape, newTable);
+        });
     }
 };
 

@@ -27,11 +27,10 @@ struct PanoramaTable : PanoramaSizes {
     /// when pixels have three.
     bool hasWords = false;
 
-    /// Stores the sizes and has `build` fill a new table, which conversions then go through in
-    /// `tiles`. When memory runs out, or the frames are larger than a table can address, the table
-    /// is left empty and `std::bad_alloc` goes on.
+    /// Stores the sizes and has `build` fill a new table. When memory runs out, or the frames are
+    /// larger than a table can address, the table is left empty and `std::bad_alloc` goes on.
     template <class Build>
-    void Rebuild(const PanoramaSizes& sizes, const TableTiles& tiles, Build&& build) {
+    void Rebuild(const PanoramaSizes& sizes, Build&& build) {
         static_cast<PanoramaSizes&>(*this) = sizes;
         table.Reset();
         lines.Clear();
@@ -53,7 +52,7 @@ struct PanoramaTable : PanoramaSizes {
             const std::int64_t lastPixelEnd =
                 (std::int64_t{srcHeight} - 1) * srcStride + std::int64_t{srcWidth} * bytesPerPixel;
             hasWords = *std::max_element<const int*>(table.data(), end) <= lastPixelEnd - 4;
-            lines.Build<OutOfFrame>(table.data(), dstWidth, dstHeight, srcBytes, tiles);
+            lines.Build<OutOfFrame>(table.data(), dstWidth, dstHeight, srcBytes);
         } catch (...) {
             table.Reset();
             lines.Clear();
@@ -67,7 +66,18 @@ struct PanoramaTable : PanoramaSizes {
         return table.count() != 0 && !(bitsPerPixel == 24 && bytesPerPixel > 3);
     }
 
-    TableView View() const { return {table.data(), dstWidth, dstHeight, dstStride}; }
+    /// Makes the first `rows` output rows of `runs`, unless the table does not serve pixels of this
+    /// size. `makePixels` is that of `TableConversion`.
+    template <int bytesPerPixel, class Runs, class MakePixels>
+    void MakeRowsBy(const unsigned char* src, unsigned char* dst, int rows, const Runs& runs,
+                    MakePixels&& makePixels) const {
+        if (Serves(bytesPerPixel)) {
+            FirstTouchLines::Walk ahead(lines, src);
+            TableConversion<bytesPerPixel>({table.data(), dstWidth, dstHeight, dstStride}, dst)
+                .MakeRows(
+                    rows, runs, lines.Tiles(), [&ahead] { ahead.NextRow(); }, makePixels);
+        }
+    }
 
     /// Converts one frame as the table has it.
     template <unsigned long bits>
@@ -124,21 +134,20 @@ private:
 
     template <class Pixel, class Runs>
     void MakeRows(const unsigned char* src, unsigned char* dst, int rows, const Runs& runs) const {
-        if (!Serves(Pixel::kBytes)) {
-            return;
-        }
-        const TableView view = View();
-        FirstTouchLines::Walk ahead(lines, src);
-        const auto beforeRow = [&ahead] { ahead.NextRow(); };
         if constexpr (Pixel::kBytes == 3) {
             if (hasWords) {
-                TableConversion<Pixel, OutOfFrame, SpillingPixel24>(view, src, dst)
-                    .MakeRows(rows, runs, lines.Tiles(), beforeRow);
+                MakeRowsBy<3>(src, dst, rows, runs,
+                              [src](const int* entries, int count, auto* pixels) {
+                                  TablePixels<Pixel, OutOfFrame, SpillingPixel24>::Make(
+                                      entries, count, src, pixels);
+                              });
                 return;
             }
         }
-        TableConversion<Pixel, OutOfFrame>(view, src, dst)
-            .MakeRows(rows, runs, lines.Tiles(), beforeRow);
+        MakeRowsBy<Pixel::kBytes>(
+            src, dst, rows, runs, [src](const int* entries, int count, auto* pixels) {
+                TablePixels<Pixel, OutOfFrame>::Make(entries, count, src, pixels);
+            });
     }
 };
 

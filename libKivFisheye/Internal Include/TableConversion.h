@@ -21,9 +21,6 @@ struct TableView {
     int dstStride;
 
     const int* Row(int y) const { return entries + std::ptrdiff_t{y} * width; }
-    bool HasOverlappingRows(int bytesPerPixel) const {
-        return dstStride < std::int64_t{width} * bytesPerPixel;
-    }
 };
 
 /// Consecutive entries of a table row that become consecutive pixels of an output row: of the same
@@ -35,25 +32,21 @@ struct TableRun {
     bool otherHalf = false;
 };
 
-/// How many entries are converted together.
-constexpr int kTableGroup = 8;
-
-/// Converts frames by a table. `outOfFrame` is the entry that comes out as zero bytes. `GroupPixel`
-/// says how the pixels of a whole group are written, and the last few of a row are `Pixel`.
-template <class Pixel, int outOfFrame, class GroupPixel = Pixel>
+/// Goes through a table and has the rows of an output frame made of it.
+template <int bytesPerPixel>
 class TableConversion {
 public:
-    TableConversion(const TableView& table, const unsigned char* src, unsigned char* dst)
-        : m_table(table), m_src(src), m_dst(dst) {}
+    TableConversion(const TableView& table, unsigned char* dst) : m_table(table), m_dst(dst) {}
 
     /// Makes the first `rows` output rows, each of the same runs. Bytes between the last pixel of a
-    /// row and its stride are left as they are. The table is gone through in `tiles`, and before
-    /// each of their rows `beforeRow` is called, which may ask the memory for what will be needed.
-    template <class Runs, class BeforeRow>
-    void MakeRows(int rows, const Runs& runs, const TableTiles& tiles,
-                  BeforeRow&& beforeRow) const {
+    /// row and its stride are left as they are. The table is gone through in `tiles`. Before each
+    /// of their rows `beforeRow()` is called, which may ask the memory for what will be needed, and
+    /// `makePixels(entries, count, dst)` makes consecutive pixels of consecutive entries.
+    template <class Runs, class BeforeRow, class MakePixels>
+    void MakeRows(int rows, const Runs& runs, const TableTiles& tiles, BeforeRow&& beforeRow,
+                  MakePixels&& makePixels) const {
         // Rows that overlap must be written in their order. Others are written in the table's.
-        const bool overlap = m_table.HasOverlappingRows(Pixel::kBytes);
+        const bool overlap = m_table.dstStride < std::int64_t{m_table.width} * bytesPerPixel;
         const TableTiles order = overlap ? TableTiles::WholeRows(m_table.width) : tiles;
         const bool isNarrow = order.columns <= TableTiles::kNarrow && order.columns < m_table.width;
         order.ForEachRow(m_table.width, rows, [&](int y, int left, int right) {
@@ -65,7 +58,9 @@ public:
                 if (isNarrow) {
                     AskForNextRows(piece);
                 }
-                MakePixels(piece, m_src);
+                if (piece.count > 0) {
+                    makePixels(piece.entries, piece.count, piece.dst);
+                }
             }
         });
     }
@@ -88,10 +83,10 @@ private:
         const int end = std::min(run.tableColumn + run.length, right);
         const int dstColumn = run.dstColumn + first - run.tableColumn;
         const int room = PixelsInsideFrame(m_table.width, m_table.height, m_table.dstStride, dstRow,
-                                           Pixel::kBytes);
+                                           bytesPerPixel);
         return {m_table.Row(tableRow) + first, std::min(end - first, room - dstColumn),
                 m_dst + std::ptrdiff_t{dstRow} * m_table.dstStride +
-                    std::ptrdiff_t{dstColumn} * Pixel::kBytes,
+                    std::ptrdiff_t{dstColumn} * bytesPerPixel,
                 m_table.height - 1 - std::max(tableRow, dstRow)};
     }
 
@@ -108,48 +103,50 @@ private:
             Prefetch<kFirstLevelCache>(entries + x);
         }
         unsigned char* const dst = piece.dst + std::ptrdiff_t{kRowsAhead} * m_table.dstStride;
-        for (int x = 0; x < piece.count * Pixel::kBytes; x += kLineBytes) {
+        for (int x = 0; x < piece.count * bytesPerPixel; x += kLineBytes) {
             Prefetch<kSecondLevelCache, true>(dst + x);
         }
     }
 
-    // What follows takes the source as an argument: a member would be loaded anew after every
-    // stored byte.
+    TableView m_table;
+    unsigned char* m_dst;
+};
 
-    static void MakePixels(const Piece& piece, const unsigned char* src) {
-        const int* const entries = piece.entries;
-        const int count = piece.count;
-        unsigned char* const dst = piece.dst;
-        constexpr int kWritten = kTableGroup + (GroupPixel::kSpills ? 1 : 0);
+/// Makes pixels of entries. `outOfFrame` is the entry that comes out as zero bytes. `GroupPixel`
+/// says how the pixels of a whole group are written, and the last few of a row are `Pixel`.
+template <class Pixel, int outOfFrame, class GroupPixel = Pixel>
+class TablePixels {
+public:
+    static void Make(const int* entries, int count, const unsigned char* src, unsigned char* dst) {
+        constexpr int kWritten = kGroup + (GroupPixel::kSpills ? 1 : 0);
         int x = 0;
-        for (; count - x >= kWritten; x += kTableGroup) {
+        for (; count - x >= kWritten; x += kGroup) {
             MakeGroup(entries + x, src, dst + std::ptrdiff_t{x} * Pixel::kBytes,
-                      std::make_integer_sequence<int, kTableGroup>());
+                      std::make_integer_sequence<int, kGroup>());
         }
         for (; x < count; ++x) {
-            MakePixel<Pixel>(entries[x], src, dst + std::ptrdiff_t{x} * Pixel::kBytes);
+            MakeOne<Pixel>(entries[x], src, dst + std::ptrdiff_t{x} * Pixel::kBytes);
         }
     }
+
+private:
+    static constexpr int kGroup = 8;
 
     /// Unrolled by hand: the compiler keeps a loop here, which costs a sixth more with warm caches.
     template <int... lanes>
     static void MakeGroup(const int* entries, const unsigned char* src, unsigned char* dst,
                           std::integer_sequence<int, lanes...>) {
-        (MakePixel<GroupPixel>(entries[lanes], src, dst + lanes * Pixel::kBytes), ...);
+        (MakeOne<GroupPixel>(entries[lanes], src, dst + lanes * Pixel::kBytes), ...);
     }
 
     template <class AnyPixel>
-    static void MakePixel(int entry, const unsigned char* src, unsigned char* dst) {
+    static void MakeOne(int entry, const unsigned char* src, unsigned char* dst) {
         if (entry == outOfFrame) {
             AnyPixel::Clear(dst);
         } else {
             AnyPixel::Copy(src + entry, dst);
         }
     }
-
-    TableView m_table;
-    const unsigned char* m_src;
-    unsigned char* m_dst;
 };
 
 #endif

@@ -15,8 +15,9 @@ struct TableTiles {
     int columns;
     int rows;
 
-    /// What keeps an output frame's rows in their order from first to last.
-    static TableTiles WholeRows(int width) { return {width, 1}; }
+    /// What keeps an output frame's rows in their order from first to last. Only rows wider than
+    /// any picture are taken in parts, whose bytes an int then counts.
+    static TableTiles WholeRows(int width) { return {std::min(width, 1 << 20), 1}; }
     /// Small panoramas fare best with long rows. Of large ones a row crosses more cache lines and
     /// more memory pages than the processor keeps at hand until the next, so their tiles are
     /// narrow. Both are measured.

@@ -12,7 +12,6 @@ struct HandMadeTable : PanoramaTable {
     HandMadeTable(const std::vector<int>& entries, const Ring& ring, int bytesPerPixel) {
         Rebuild({ring.srcWidth, ring.srcHeight, ring.srcStride, ring.dstWidth, ring.dstHeight,
                  ring.dstStride, bytesPerPixel * 8},
-                TableTiles::ForCaches(ring.dstWidth, ring.dstHeight),
                 [&](CAlignedBufferT<int, 32>& storage) {
                     std::copy(entries.begin(), entries.end(), storage.data());
                 });
