@@ -25,6 +25,10 @@ std::string ComplaintAboutWholeNumber(const std::string& text, std::uint32_t low
     return isInside ? "" : "'" + text + "' is not a whole number " + WordsForRange(low, high);
 }
 
+void NoteWhenGiven(CLI::Option* option, bool* isGiven) {
+    option->each([isGiven](const std::string&) { *isGiven = true; });
+}
+
 }  // namespace
 
 CLI::Validator NumberIn(double low, double high) {
@@ -91,6 +95,13 @@ CLI::Validator SizeText() {
     return {check, ""};
 }
 
+CLI::Validator FileName(const std::string& role) {
+    const auto check = [role](std::string& text) {
+        return text.empty() ? "the name of the " + role + " is empty" : std::string();
+    };
+    return {check, ""};
+}
+
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
     return command->add_option("--mount", *mount, "Where the camera hangs")
         ->check(CLI::IsMember(MountNames()));
@@ -116,7 +127,9 @@ void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
     command->add_option("--radius-y", lens->radiusY, kRadiusYHelp)->check(NumberIn(0.0, 1.0));
     command
         ->add_option("--wall-view-angle", lens->wallViewAngle,
-                     "Wall panoramas alone: reach above and below the horizon, in degrees")
+                     "Wall panoramas alone: reach above and below the horizon, in degrees. The "
+                     "recommended size shows equal angles taller than wide; equal degrees each way "
+                     "need a height of width * angle / 90")
         ->check(NumberIn(10.0, 90.0));
     command
         ->add_option(
@@ -129,8 +142,10 @@ void AddViewOptions(CLI::App* command, ViewArguments* arguments) {
     AddMount(command, &arguments->mount)->required();
     AddSize(command, &arguments->size,
             "Output size, the width a multiple of 8, the height of a video even; the recommended "
-            "size by default");
+            "size by default, its height even for a video or a dual panorama");
     AddLensOptions(command, &arguments->lens);
+    NoteWhenGiven(command->get_option("--wall-view-angle"), &arguments->hasWallViewAngle);
+    NoteWhenGiven(command->get_option("--inner-radius"), &arguments->hasInnerRadius);
     command->add_option("--format", arguments->format, "Pixel format inside the library")
         ->check(CLI::IsMember({"rgb24", "rgb32"}));
 }

@@ -29,6 +29,9 @@ std::string ComplaintAboutNumbers(const std::string& text, std::size_t count);
 /// Accepts `count` numbers that a float can hold, with commas between them.
 CLI::Validator FiniteNumbers(std::size_t count);
 
+/// Accepts all but an empty name of a file. `role` is what it is to the command.
+CLI::Validator FileName(const std::string& role);
+
 /// Add an option that several commands have.
 CLI::Option* AddMount(CLI::App* command, std::string* mount);
 CLI::Option* AddView(CLI::App* command, std::string* view);

@@ -29,16 +29,30 @@ OutputKind KindOf(const std::string& output) {
     return IsVideoName(output) ? OutputKind::Video : OutputKind::Picture;
 }
 
+void CheckHasNoVirtualCameraOptions(const DewarpArguments& arguments) {
+    std::string given;
+    const auto note = [&](bool isGiven, const char* option) {
+        if (isGiven) {
+            given += (given.empty() ? "" : " and ") + std::string(option);
+        }
+    };
+    note(arguments.tilt.has_value(), "--tilt");
+    note(arguments.zoom.has_value(), "--zoom");
+    note(!arguments.aim.empty(), "--aim");
+    note(arguments.fieldOfView.has_value(), "--fov");
+    if (!given.empty()) {
+        throw UsageError("only --view vcam takes " + given);
+    }
+}
+
 void CheckUsage(const DewarpArguments& arguments) {
     if (!IsVideoName(arguments.output) && !IsPictureName(arguments.output)) {
         throw UsageError("cannot write " + arguments.output +
                          ": it needs a name with the ending .png, .jpg, .jpeg or .mp4");
     }
     CheckIsNoInput(arguments.output, {arguments.input});
-    const bool hasVirtualCameraOptions =
-        arguments.tilt || arguments.zoom || arguments.fieldOfView || !arguments.aim.empty();
-    if (hasVirtualCameraOptions && ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeVCam) {
-        throw UsageError("--tilt, --zoom, --aim and --fov go with --view vcam alone");
+    if (ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeVCam) {
+        CheckHasNoVirtualCameraOptions(arguments);
     }
     for (const double part : NumbersOfText(arguments.aim)) {
         if (part < 0.0 || part > 1.0) {
@@ -66,7 +80,7 @@ void Turn(const DewarpArguments& arguments, const Flattener& flattener, Progress
     const Angles asked = AskedAngles(arguments, flattener);
     const Angles taken = flattener.Turn(asked);
     if (!IsSameView(asked, taken)) {
-        progress->Say("the view " + WordsForLimit(ViewOfName(arguments.view.view), asked, taken));
+        progress->Say("the view " + WordsForLimit(arguments.view, asked, taken));
     }
 }
 
@@ -150,12 +164,15 @@ void AddDewarpCommand(CLI::App* app) {
     const auto arguments = std::make_shared<DewarpArguments>();
     CLI::App* command = app->add_subcommand("dewarp", "Flatten a fisheye picture or video");
     command->option_defaults()->always_capture_default();
-    command->add_option("INPUT", arguments->input, "The fisheye picture or video")->required();
+    command->add_option("INPUT", arguments->input, "The fisheye picture or video")
+        ->required()
+        ->check(FileName("input"));
     command
         ->add_option("OUTPUT", arguments->output,
                      "The file to write: .png or .jpg is the first picture, .mp4 the whole video "
                      "as H.264, with square pixels, its frames at their times, and without sound")
-        ->required();
+        ->required()
+        ->check(FileName("output"));
     AddView(command, &arguments->view.view)->required();
     AddAngleOptions(command, arguments.get());
     AddViewOptions(command, &arguments->view);

@@ -36,7 +36,10 @@ Size OutputSize(const Camera& camera, const ViewArguments& arguments, OutputKind
     if (!HasExtent(arguments.lens) || size.width == 0 || size.height == 0) {
         throw Failure("the lens image is too small for any output size; give one with --size");
     }
-    size.height += output == OutputKind::Video ? size.height % 2 : 0;
+    // The halves of a dual panorama are equally high: a last odd row would stay black.
+    const bool needsEvenHeight = output == OutputKind::Video ||
+                                 ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeDualPanorama;
+    size.height += needsEvenHeight ? size.height % 2 : 0;
     return size;
 }
 
@@ -56,29 +59,49 @@ std::string WordsFor(const Angles& angles) {
     return words.str();
 }
 
+/// Why a virtual camera of this mount does not look where it was asked to, as far as that is known.
+std::string ReasonForLimit(KivFisheyeLib::MountType mount, const Angles& asked,
+                           const Angles& taken) {
+    std::string reason;
+    if (mount == KivFisheyeLib::MountTypeTable && asked.tilt > 0.0F) {
+        reason += "; the tilt of a table camera is negative, from -90 to 0";
+    }
+    if (mount == KivFisheyeLib::MountTypeCeiling && asked.tilt < 0.0F) {
+        reason += "; the tilt of a ceiling camera is positive, from 0 to 90";
+    }
+    if (taken.zoom < kWidestZoomThatTurns) {
+        reason +=
+            "; it looks away from the lens's axis only at a zoom of 2 or more, which shows at most "
+            "90 degrees";
+    }
+    return reason;
+}
+
 }  // namespace
 
 bool IsSameView(const Angles& asked, const Angles& taken) {
     constexpr double kTolerance = 1e-3;
     const auto isNear = [](double difference) { return std::abs(difference) < kTolerance; };
-    return isNear(std::remainder(double{asked.pan} - double{taken.pan}, 360.0)) &&
+    // Whole turns go first: beside a huge pan the other one would vanish in the difference.
+    const auto withinATurn = [](double pan) { return std::remainder(pan, 360.0); };
+    return isNear(withinATurn(withinATurn(asked.pan) - withinATurn(taken.pan))) &&
            isNear(double{asked.tilt} - double{taken.tilt}) &&
            isNear(double{asked.zoom} - double{taken.zoom});
 }
 
-std::string WordsForLimit(KivFisheyeLib::ViewType view, const Angles& asked, const Angles& taken) {
+std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked,
+                          const Angles& taken) {
     const auto words = [](const std::string& limit, const std::string& wish) {
         return "is limited to " + limit + " instead of " + wish;
     };
-    if (view != KivFisheyeLib::ViewTypeVCam) {
-        return words(WordsForPan(taken), WordsForPan(asked)) +
-               "; the panorama of a wall camera does not turn";
+    const KivFisheyeLib::MountType mount = MountOfName(arguments.mount);
+    if (ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeVCam) {
+        return words(WordsFor(taken), WordsFor(asked)) + ReasonForLimit(mount, asked, taken);
     }
-    const std::string cure = taken.zoom < kWidestZoomThatTurns
-                                 ? "; it looks away from the lens's axis only at a zoom of 2 or "
-                                   "more, which shows at most 90 degrees"
-                                 : "";
-    return words(WordsFor(taken), WordsFor(asked)) + cure;
+    const std::string reason = mount == KivFisheyeLib::MountTypeWall
+                                   ? "; the panorama of a wall camera does not turn"
+                                   : "";
+    return words(WordsForPan(taken), WordsForPan(asked)) + reason;
 }
 
 Flattener::Flattener(const ViewArguments& arguments, const Size& input, OutputKind output)

@@ -21,9 +21,8 @@ constexpr float kWidestZoomThatTurns = 2.0F;
 bool IsSameView(const Angles& asked, const Angles& taken);
 
 /// Words such as "is limited to pan 10, tilt 50 and zoom 3 instead of pan 10, tilt 80 and zoom 3",
-/// and what would help when the zoom is too small for the view to turn. Of a panorama only the pan
-/// counts.
-std::string WordsForLimit(KivFisheyeLib::ViewType view, const Angles& asked, const Angles& taken);
+/// and the reason where it is known. Of a panorama only the pan counts.
+std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked, const Angles& taken);
 
 /// A camera context with its two pictures, which stay where they are: they are set once, so that no
 /// frame of a video costs more than its conversion.

@@ -105,9 +105,10 @@ void PrintInfo(const InfoArguments& arguments) {
 void AddInfoCommand(CLI::App* app) {
     const auto arguments = std::make_shared<InfoArguments>();
     CLI::App* command = app->add_subcommand(
-        "info", "Tell about the library, and which output sizes suit a picture");
+        "info", "Tell about the library, and which output sizes suit a picture or video");
     command->option_defaults()->always_capture_default();
-    command->add_option("INPUT", arguments->input, "A fisheye picture");
+    command->add_option("INPUT", arguments->input, "A fisheye picture or video")
+        ->check(FileName("input"));
     AddLensOptions(command, &arguments->lens);
     command->callback([arguments, command] {
         arguments->hasRadii = command->count("--radius-x") + command->count("--radius-y") > 0;

@@ -75,9 +75,12 @@ void MakeSheet(const SheetArguments& arguments) {
 void AddSheetCommand(CLI::App* app) {
     const auto arguments = std::make_shared<SheetArguments>();
     CLI::App* command = app->add_subcommand("sheet", "Arrange pictures in a grid with captions");
-    command->add_option("INPUT", arguments->inputs, "The pictures, row by row")->required();
+    command->add_option("INPUT", arguments->inputs, "The pictures, row by row")
+        ->required()
+        ->check(FileName("input"));
     command->add_option("-o,--output", arguments->output, "The PNG or JPEG file to write")
-        ->required();
+        ->required()
+        ->check(FileName("output"));
     command
         ->add_option("--columns", arguments->columns,
                      "Pictures in a row, or in the first row, the second and so on with commas "

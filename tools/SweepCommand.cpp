@@ -146,7 +146,7 @@ void MakeFolder(const std::string& path) {
 /// Tells in the end how many views were not as asked for.
 class LimitedViews {
 public:
-    explicit LimitedViews(KivFisheyeLib::ViewType view) : m_view(view) {}
+    explicit LimitedViews(const ViewArguments& view) : m_view(view) {}
 
     void Note(std::uint32_t index, const Angles& asked, const Angles& taken) {
         if (!IsSameView(asked, taken) && ++m_count == 1) {
@@ -162,7 +162,7 @@ public:
     }
 
 private:
-    KivFisheyeLib::ViewType m_view;
+    const ViewArguments& m_view;
     std::uint32_t m_count = 0;
     std::string m_first;
 };
@@ -174,7 +174,7 @@ std::uint32_t ShowViews(const SweepArguments& arguments, const Flattener& flatte
     const std::vector<double> from = NumbersOfText(arguments.from);
     const std::vector<double> to = NumbersOfText(arguments.to);
     const Angles present = flattener.Present();
-    LimitedViews limited(ViewOf(arguments));
+    LimitedViews limited(arguments.view);
     std::uint32_t index = 0;
     while (index < arguments.frames && StopRequest::Signal() == 0) {
         const double part = arguments.frames > 1 ? index / (arguments.frames - 1.0) : 0.0;
@@ -245,17 +245,21 @@ void AddSweepCommand(CLI::App* app) {
     command
         ->add_option("INPUT", arguments->input,
                      "The fisheye picture, or a video, of which the first picture counts")
-        ->required();
+        ->required()
+        ->check(FileName("input"));
     command
         ->add_option(
             "OUTPUT", arguments->output,
             "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
             "would stay, or an .mp4 file")
-        ->required();
+        ->required()
+        ->check(FileName("output"));
     AddView(command, &arguments->view.view);
     command
         ->add_option("--from", arguments->from,
-                     "Pan, tilt and zoom of the first view; of a panorama the pan alone")
+                     "Pan, tilt and zoom of the first view; of a panorama the pan alone. A dual "
+                     "panorama at exactly 180 is that at 0: a sweep that hits this pan jumps there "
+                     "for one view")
         ->required()
         ->type_name("P[,T,Z]");
     command

@@ -31,6 +31,19 @@ void CheckSize(const Size& size, OutputKind output) {
     }
 }
 
+/// Refuses options that the library would accept and make nothing of.
+void CheckLens(const ViewArguments& arguments, KivFisheyeLib::MountType mount,
+               KivFisheyeLib::ViewType view) {
+    const bool isWall = mount == KivFisheyeLib::MountTypeWall;
+    const bool isPanorama = view != KivFisheyeLib::ViewTypeVCam;
+    if (arguments.hasWallViewAngle && (!isWall || !isPanorama)) {
+        throw UsageError("--wall-view-angle goes with the panorama of a wall camera alone");
+    }
+    if (arguments.hasInnerRadius && (isWall || !isPanorama)) {
+        throw UsageError("--inner-radius goes with panoramas of ceiling and table cameras alone");
+    }
+}
+
 }  // namespace
 
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens) {
@@ -43,6 +56,7 @@ void CheckView(const ViewArguments& arguments, OutputKind output) {
     if (!IsViewOfMount(mount, view)) {
         throw UsageError("a " + NameOf(mount) + " camera has no " + WordsFor(view));
     }
+    CheckLens(arguments, mount, view);
     if (!arguments.size.empty()) {
         CheckSize(SizeOfText(arguments.size).value(), output);
     }

@@ -17,6 +17,9 @@ struct ViewArguments {
     std::string size;
     std::string format = "rgb32";
     KivFisheyeLib::DewarpParams lens = kUsualLens;
+    /// Whether these parts of `lens` were given.
+    bool hasWallViewAngle = false;
+    bool hasInnerRadius = false;
 };
 
 /// Whether the lens image is more than a line; otherwise no output size suits it.

@@ -99,6 +99,8 @@ TEST(Help, SaysWhatAnOptionActsOn) {
           std::pair("--pan", "wall -90 to 90 with the right positive"),
           std::pair("--tilt", "Ceiling 0 to 90, table -90 to 0"),
           std::pair("--wall-view-angle", "Wall panoramas alone:"),
+          std::pair("--wall-view-angle", "need a height of width * angle / 90"),
+          std::pair("--size", "its height even for a video or a dual panorama"),
           std::pair("--inner-radius", "Ceiling and table panoramas alone:"),
           std::pair("--radius-x", "0.5 * height / width"),
           std::pair("--radius-y", "0.5 * width / height"),
@@ -110,6 +112,14 @@ TEST(Help, SaysWhatAnOptionActsOn) {
           std::pair("--view", "which wall cameras have not")}) {
         EXPECT_NE(HelpOn(option, help).find(words), std::string::npos) << option << " in " << help;
     }
+}
+
+TEST(Help, SaysWhereASweepOfADualPanoramaJumps) {
+    const TemporaryFolder folder;
+    const std::string help = RunTool(folder, {"sweep", "--help"}).output;
+    EXPECT_NE(HelpOn("--from", help).find("A dual panorama at exactly 180 is that at 0"),
+              std::string::npos)
+        << help;
 }
 
 TEST(Info, TellsVersionAndInstructionSet) {
@@ -194,18 +204,26 @@ TEST(Info, RecommendsWhatSuitsTheLens) {
 TEST(Info, SaysInWhichSizeDewarpMakesEveryView) {
     const TemporaryFolder folder;
     WritePlain(folder, "input.png", 200, 150, 90);
-    const std::vector<std::string> lens = {"--radius-x",     "0.3", "--radius-y",        "0.4",
-                                           "--inner-radius", "0.2", "--wall-view-angle", "30"};
-    const auto run = [&](std::vector<std::string> arguments) {
-        arguments.insert(arguments.end(), lens.begin(), lens.end());
+    const std::vector<std::string> radii = {"--radius-x", "0.3", "--radius-y", "0.4"};
+    const std::vector<std::string> innerRadius = {"--inner-radius", "0.2"};
+    const std::vector<std::string> wallViewAngle = {"--wall-view-angle", "30"};
+    const auto run = [&](std::vector<std::string> arguments,
+                         const std::vector<std::vector<std::string>>& lens) {
+        for (const std::vector<std::string>& options : lens) {
+            arguments.insert(arguments.end(), options.begin(), options.end());
+        }
         const ToolRun made = RunTool(folder, arguments);
         EXPECT_EQ(made.status, 0) << made.errors;
         EXPECT_EQ(made.errors, "");
         return made.output;
     };
-    const std::string info = run({"info", "input.png"});
+    const std::string info = run({"info", "input.png"}, {radii, innerRadius, wallViewAngle});
     for (const auto& [mount, view] : kViewsOfMounts) {
-        run({"dewarp", "input.png", "output.png", "--mount", mount, "--view", view});
+        std::vector<std::vector<std::string>> lens = {radii};
+        if (view != std::string("vcam")) {
+            lens.push_back(mount == std::string("wall") ? wallViewAngle : innerRadius);
+        }
+        run({"dewarp", "input.png", "output.png", "--mount", mount, "--view", view}, lens);
         const Picture made = KivFisheyeTools::ReadPicture(folder.File("output.png"), 3);
         EXPECT_EQ(InfoOn(mount, view, info)[2],
                   std::to_string(made.width) + "x" + std::to_string(made.height))

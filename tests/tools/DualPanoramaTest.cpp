@@ -35,6 +35,16 @@ TEST_P(DualPanorama, LeavesTheLastRowOfAnOddHeightBlack) {
     }
 }
 
+TEST_P(DualPanorama, HasTwoEqualHalvesByDefault) {
+    // The library recommends the lens's 63 rows.
+    const RoomPanoramas room(GetParam(), "dual", {}, 63, 63);
+    const Picture picture = room.Made({});
+    EXPECT_EQ(picture.width, 64U);
+    ASSERT_EQ(picture.height, 64U);
+    EXPECT_GT(Brightness(picture, 32, 63), 0.0);
+    EXPECT_EQ(room.Made({"--size", "64x64"}).pixels, picture.pixels);
+}
+
 TEST_P(DualPanorama, AtHalfATurnIsThatWithoutPan) {
     const RoomPanoramas room(GetParam(), "dual", {}, 64, 64);
     const Picture plain = room.Made({});

@@ -162,6 +162,13 @@ TEST_F(Sweep, OfAPanoramaTurnsItByItsPan) {
     }
 }
 
+TEST_F(Sweep, OfADualPanoramaHasTwoEqualHalvesByDefault) {
+    // The library recommends 200 * (1 - 0.3325) rows, 133 without the fraction.
+    Make("halves", {"--view", "dual", "--inner-radius", "0.3325", "--from", "0", "--to", "90",
+                    "--frames", "2"});
+    EXPECT_EQ(KivFisheyeTools::ReadPicture(m_folder.File("halves/0002.png"), 3).height, 134U);
+}
+
 TEST_F(Sweep, OfAWallPanoramaSaysThatItDoesNotTurn) {
     const ToolRun run =
         RunTool(m_folder, {"sweep", "room.png", "views", "--mount", "wall", "--view", "full",

@@ -89,6 +89,14 @@ TEST_P(TurningPanorama, TurnsByANumberWithAPlus) {
     EXPECT_NE(room.Made({}).pixels, turned.pixels);
 }
 
+TEST_P(TurningPanorama, TurnsByAPanOfManyTurns) {
+    // The floats nearest to these pans are whole numbers; what they leave beside whole turns is:
+    const RoomPanoramas room = Room({}, 64, 64);
+    EXPECT_EQ(room.Made({"--pan", "1e17"}).pixels, room.Made({"--pan", "184"}).pixels);
+    EXPECT_EQ(room.Made({"--pan", "1e30"}).pixels, room.Made({"--pan", "120"}).pixels);
+    EXPECT_EQ(room.Made({"--pan", "-1e30"}).pixels, room.Made({"--pan", "240"}).pixels);
+}
+
 TEST_P(TurningPanorama, TakesTheSizeOfTheOption) {
     const RoomPanoramas room = Room({}, 64, 64);
     const Picture picture = room.Made({"--size", "24x7"});
