@@ -17,7 +17,7 @@ using SeekCallback = std::int64_t (*)(void* file, std::int64_t offset, int whenc
 AvOwner<AVIOContext> OpenIo(std::FILE* file, IoCallback read, IoCallback write, SeekCallback seek);
 
 /// Moves in a file of the system, as FFmpeg asks for.
-std::int64_t SeekInFile(void* file, std::int64_t offset, int whence);
+std::int64_t SeekInFile(void* opaque, std::int64_t offset, int whence);
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
