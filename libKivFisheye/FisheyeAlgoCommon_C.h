@@ -1,0 +1,28 @@
+#ifndef KIVFISHEYE_FISHEYE_ALGO_COMMON_C_H
+#define KIVFISHEYE_FISHEYE_ALGO_COMMON_C_H
+
+#include <cstddef>
+
+#include "FisheyeAlgoCommon.h"
+#include "outline/RunningAngle.h"
+
+/// Outlines in scalar arithmetic: one point at a time.
+namespace C {
+
+template <CoordinateOrientationType orientation>
+void CalculateEllipseCoordinate(float centerX, float centerY, float radiusX, float radiusY,
+                                float* points, int count) {
+    const auto step = outline::AngleOf(outline::kFullTurn / static_cast<float>(count));
+    outline::RunningAngle<float> angle{1.0F, 0.0F};
+    for (std::ptrdiff_t i = 0; i < count; ++i) {
+        const float up = angle.sine * radiusY;
+        points[2 * i] = angle.cosine * radiusX + centerX;
+        points[2 * i + 1] =
+            orientation == CoordinateOrientationWindows ? centerY - up : centerY + up;
+        angle.Advance(step);
+    }
+}
+
+}  // namespace C
+
+#endif
