@@ -3,8 +3,9 @@
 
 #include <cstddef>
 
+#include "Degrees.h"
 #include "FisheyeAlgoCommon.h"
-#include "outline/RunningAngle.h"
+#include "RunningAngle.h"
 
 /// Outlines in scalar arithmetic: one point at a time.
 namespace C {
@@ -12,8 +13,8 @@ namespace C {
 template <CoordinateOrientationType orientation>
 void CalculateEllipseCoordinate(float centerX, float centerY, float radiusX, float radiusY,
                                 float* points, int count) {
-    const auto step = outline::AngleOf(outline::kFullTurn / static_cast<float>(count));
-    outline::RunningAngle<float> angle{1.0F, 0.0F};
+    const auto step = AngleOf(kFullTurn / static_cast<float>(count));
+    RunningAngle<float> angle{1.0F, 0.0F};
     for (std::ptrdiff_t i = 0; i < count; ++i) {
         const float up = angle.sine * radiusY;
         points[2 * i] = angle.cosine * radiusX + centerX;

@@ -5,8 +5,9 @@
 
 #include <cstddef>
 
+#include "Degrees.h"
 #include "FisheyeAlgoCommon.h"
-#include "outline/RunningAngle.h"
+#include "RunningAngle.h"
 #include "sse/sse4Floats.h"
 
 /// Outlines in four lanes: lane k starts k steps from the right and all go on by four steps at once.
@@ -21,11 +22,10 @@ inline void StorePoints(sse::sse4Floats x, sse::sse4Floats y, float* points) {
 }
 
 /// The angles of the first four points.
-inline outline::RunningAngle<sse::sse4Floats> FirstAngles(
-    const outline::RunningAngle<float>& step) {
+inline RunningAngle<sse::sse4Floats> FirstAngles(const RunningAngle<float>& step) {
     float cosines[4];
     float sines[4];
-    outline::RunningAngle<float> angle{1.0F, 0.0F};
+    RunningAngle<float> angle{1.0F, 0.0F};
     for (int lane = 0; lane < 4; ++lane) {
         cosines[lane] = angle.cosine;
         sines[lane] = angle.sine;
@@ -38,11 +38,11 @@ template <CoordinateOrientationType orientation>
 void CalculateEllipseCoordinate(float centerX, float centerY, float radiusX, float radiusY,
                                 float* points, int count) {
     using sse::sse4Floats;
-    const float step = outline::kFullTurn / static_cast<float>(count);
-    const auto fourSteps = outline::AngleOf(step * 4.0F);
-    const outline::RunningAngle<sse4Floats> lanesStep{sse4Floats(fourSteps.cosine),
-                                                      sse4Floats(fourSteps.sine)};
-    auto angle = FirstAngles(outline::AngleOf(step));
+    const float step = kFullTurn / static_cast<float>(count);
+    const auto fourSteps = AngleOf(step * 4.0F);
+    const RunningAngle<sse4Floats> lanesStep{sse4Floats(fourSteps.cosine),
+                                             sse4Floats(fourSteps.sine)};
+    auto angle = FirstAngles(AngleOf(step));
     for (std::ptrdiff_t i = 0; i < count; i += sse4Floats::kLanes) {
         const sse4Floats up = sse4Floats(radiusY) * angle.sine;
         const sse4Floats y = orientation == CoordinateOrientationWindows ? sse4Floats(centerY) - up

@@ -11,6 +11,7 @@
 #include "OutputRows.h"
 #include "PanoramaWalk.h"
 #include "Pixel.h"
+#include "RunningAngle.h"
 #include "TableConversion.h"
 #include "wall/WallJob.h"
 
@@ -26,36 +27,6 @@ namespace FrontwardFisheyeAlgoNS::C {
 constexpr float kQuarterTurn = 1.5707964F;
 /// Radians off the axis to parts of a quarter turn.
 constexpr float kQuarterTurnsPerRadian = 0.63661975F;
-
-/// A row's latitude, positive downward. It goes on by rotation, whose rounding adds up from row to
-/// row and is part of the result.
-class Latitude {
-public:
-    Latitude(float wallViewAngle, int rows) {
-        const float halfAngle = wallViewAngle * kDegreesToRadians;
-        const double first = -halfAngle;
-        const double step = StepOf({-halfAngle, halfAngle}, rows);
-        m_sine = static_cast<float>(std::sin(first));
-        m_cosine = static_cast<float>(std::cos(first));
-        m_stepSine = static_cast<float>(std::sin(step));
-        m_stepCosine = static_cast<float>(std::cos(step));
-    }
-
-    float Sine() const { return m_sine; }
-    float Cosine() const { return m_cosine; }
-
-    void NextRow() {
-        const float sine = m_sine * m_stepCosine + m_cosine * m_stepSine;
-        m_cosine = m_cosine * m_stepCosine - m_sine * m_stepSine;
-        m_sine = sine;
-    }
-
-private:
-    float m_sine;
-    float m_cosine;
-    float m_stepSine;
-    float m_stepCosine;
-};
 
 /// A point of the source frame from its centre, in fractions of the frame, v downward.
 struct LensPoint {
@@ -87,7 +58,8 @@ class WallWalk {
 public:
     explicit WallWalk(const wall::WallJob& job)
         : m_longitudes({-kQuarterTurn, kQuarterTurn}, job.dstWidth),
-          m_latitude(job.wallViewAngle, job.dstHeight),
+          m_latitude(AngleOf(-HalfAngle(job))),
+          m_latitudeStep(AngleOf(StepOf({-HalfAngle(job), HalfAngle(job)}, job.dstHeight))),
           m_kx(job.radiusX * kQuarterTurnsPerRadian),
           m_ky(job.radiusY * kQuarterTurnsPerRadian) {}
 
@@ -98,10 +70,10 @@ public:
     void VisitRow(int columns, Visit&& visit) const {
         const float* const sines = m_longitudes.Sines();
         const float* const cosines = m_longitudes.Cosines();
-        const float y = m_latitude.Sine();
+        const float y = m_latitude.sine;
         for (int column = 0; column < columns; ++column) {
-            const float x = m_latitude.Cosine() * sines[column];
-            const float z = m_latitude.Cosine() * cosines[column];
+            const float x = m_latitude.cosine * sines[column];
+            const float z = m_latitude.cosine * cosines[column];
             const float r = std::sqrt(y * y + x * x);
             const auto alpha =
                 static_cast<float>(std::atan2(static_cast<double>(r), static_cast<double>(z)));
@@ -112,11 +84,16 @@ public:
         }
     }
 
-    void NextRow() { m_latitude.NextRow(); }
+    void NextRow() { m_latitude.Advance(m_latitudeStep); }
 
 private:
+    static float HalfAngle(const wall::WallJob& job) {
+        return job.wallViewAngle * kDegreesToRadians;
+    }
+
     ColumnAngles m_longitudes;
-    Latitude m_latitude;
+    RunningAngle<float> m_latitude;  // positive downward
+    RunningAngle<float> m_latitudeStep;
     float m_kx;
     float m_ky;
 };

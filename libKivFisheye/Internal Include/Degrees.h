@@ -5,6 +5,10 @@
 
 constexpr float kDegreesToRadians = 0.0174532924F;
 
+/// In radians.
+constexpr float kHalfTurn = 3.14159274F;
+constexpr float kFullTurn = 6.28318548F;
+
 /// The same direction from 0 up to 360. A tiny negative angle rounds to 360 itself; NaN and
 /// infinity give NaN.
 inline float WrapDegrees(float angle) {

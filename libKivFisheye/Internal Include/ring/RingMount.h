@@ -2,15 +2,13 @@
 #define KIVFISHEYE_RING_MOUNT_H
 
 #include "ColumnAngles.h"
+#include "Degrees.h"
 
 // A ceiling and a table camera see the horizon as a ring around the frame's centre. All that sets
 // the two mounts apart stands here: which radius belongs to a panorama's first row, and which way
 // the angle runs along its columns.
 
 namespace ring {
-
-constexpr float kHalfTurn = 3.14159274F;
-constexpr float kFullTurn = 6.28318548F;
 
 /// The lens looks up. A panorama runs from the zenith at its top to the horizon.
 struct TableMount {

@@ -3,10 +3,6 @@
 
 #include <cmath>
 
-namespace outline {
-
-constexpr float kFullTurn = 6.2831855F;
-
 /// Cosine and sine of an angle, of one or of several at once, that goes on by rotation. The angle
 /// itself is never formed anew: what its steps round away adds up and is part of the result.
 template <class T>
@@ -26,7 +22,5 @@ inline RunningAngle<float> AngleOf(float radians) {
     const double wide = radians;
     return {static_cast<float>(std::cos(wide)), static_cast<float>(std::sin(wide))};
 }
-
-}  // namespace outline
 
 #endif
