@@ -11,6 +11,12 @@ enum CoordinateOrientationType : std::uint32_t {
     CoordinateOrientationTexture = 1
 };
 
+/// The y of a point that lies `up` from the centre.
+template <CoordinateOrientationType orientation, class T>
+T TowardsTop(T center, T up) {
+    return orientation == CoordinateOrientationWindows ? center - up : center + up;
+}
+
 /// Fills `points` with `count` points on an ellipse, evenly spaced by angle from its right. The last
 /// one is a step short of the first. `points` has room for `count` rounded up to a multiple of 4. A
 /// count below 1, or another orientation, writes nothing.

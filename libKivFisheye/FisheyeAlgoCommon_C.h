@@ -16,10 +16,8 @@ void CalculateEllipseCoordinate(float centerX, float centerY, float radiusX, flo
     const auto step = AngleOf(kFullTurn / static_cast<float>(count));
     RunningAngle<float> angle{1.0F, 0.0F};
     for (std::ptrdiff_t i = 0; i < count; ++i) {
-        const float up = angle.sine * radiusY;
         points[2 * i] = angle.cosine * radiusX + centerX;
-        points[2 * i + 1] =
-            orientation == CoordinateOrientationWindows ? centerY - up : centerY + up;
+        points[2 * i + 1] = TowardsTop<orientation>(centerY, angle.sine * radiusY);
         angle.Advance(step);
     }
 }

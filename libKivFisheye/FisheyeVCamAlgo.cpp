@@ -3,11 +3,14 @@
 #include "Degrees.h"
 #include "FisheyeVCamAlgo_C.h"
 #include "KernelPointer.h"
+#include "vcam/VCamOutline.h"
 #if defined(__x86_64__)
 #include "FisheyeVCamAlgo_AVX.h"
+#include "FisheyeVCamAlgo_SSE2.h"
 #include "FisheyeVCamAlgo_SSE41.h"
 #else
 namespace FisheyeVCamAlgoNS {
+namespace SSE2 = C;
 namespace SSE41 = C;
 namespace AVX = C;
 }  // namespace FisheyeVCamAlgoNS
@@ -24,11 +27,23 @@ struct CvtVCamRGBImpl {
     static KernelPointer<vcam::ConvertFunction> _cvt_rgb32_impl;
 };
 
+struct CalculateVCamROICoordinateImpl {
+    static vcam::OutlineFunction& _windows_dispatch;
+    static vcam::OutlineFunction& _texture_dispatch;
+    static KernelPointer<vcam::OutlineFunction> _windows_impl;
+    static KernelPointer<vcam::OutlineFunction> _texture_impl;
+};
+
 // clang-format off
 vcam::ConvertFunction& CvtVCamRGBImpl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::CvtVCamRGB<24>>, KernelIn<Form::SSE41, SSE41::CvtVCamRGB<24>>, KernelIn<Form::AVX, AVX::CvtVCamRGB<24>>>;
 vcam::ConvertFunction& CvtVCamRGBImpl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::CvtVCamRGB<32>>, KernelIn<Form::SSE41, SSE41::CvtVCamRGB<32>>, KernelIn<Form::AVX, AVX::CvtVCamRGB<32>>>;
 KernelPointer<vcam::ConvertFunction> CvtVCamRGBImpl::_cvt_rgb24_impl(_cvt_rgb24_dispatch);
 KernelPointer<vcam::ConvertFunction> CvtVCamRGBImpl::_cvt_rgb32_impl(_cvt_rgb32_dispatch);
+
+vcam::OutlineFunction& CalculateVCamROICoordinateImpl::_windows_dispatch = FirstCallOf<_windows_impl, Sse2OrC, KernelIn<Form::C, C::CalculateVCamROICoordinate<CoordinateOrientationWindows>>, KernelIn<Form::SSE2, SSE2::CalculateVCamROICoordinate<CoordinateOrientationWindows>>>;
+vcam::OutlineFunction& CalculateVCamROICoordinateImpl::_texture_dispatch = FirstCallOf<_texture_impl, Sse2OrC, KernelIn<Form::C, C::CalculateVCamROICoordinate<CoordinateOrientationTexture>>, KernelIn<Form::SSE2, SSE2::CalculateVCamROICoordinate<CoordinateOrientationTexture>>>;
+KernelPointer<vcam::OutlineFunction> CalculateVCamROICoordinateImpl::_windows_impl(_windows_dispatch);
+KernelPointer<vcam::OutlineFunction> CalculateVCamROICoordinateImpl::_texture_impl(_texture_dispatch);
 // clang-format on
 
 /// Two comparisons, so that NaN passes.
@@ -160,6 +175,25 @@ void CvtVCamRGB32(int sourceWidth, int sourceHeight, int sourceStride, const uns
     CvtVCamRGBImpl::_cvt_rgb32_impl(sourceWidth, sourceHeight, sourceStride, source, radiusX,
                                     radiusY, eyeZ, fieldOfView, aspect, nearPlane, matrix,
                                     targetWidth, targetHeight, targetStride, target);
+}
+
+void CalculateVCamROICoordinate(float radiusX, float radiusY, float eyeZ, float fieldOfView,
+                                float aspect, float nearPlane, const float (&matrix)[16],
+                                bool centerAtOrigin, float* coordinates, int count,
+                                CoordinateOrientationType orientation) {
+    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    switch (orientation) {
+        case CoordinateOrientationWindows:
+            CalculateVCamROICoordinateImpl::_windows_impl(center, center, radiusX, radiusY, eyeZ,
+                                                          fieldOfView, aspect, nearPlane, matrix,
+                                                          coordinates, count);
+            break;
+        case CoordinateOrientationTexture:
+            CalculateVCamROICoordinateImpl::_texture_impl(center, center, radiusX, radiusY, eyeZ,
+                                                          fieldOfView, aspect, nearPlane, matrix,
+                                                          coordinates, count);
+            break;
+    }
 }
 
 }  // namespace FisheyeVCamAlgoNS

@@ -45,7 +45,7 @@ void Convert(const vcam::VCamJob& job) {
     if (job.targetHeight <= 0) {
         return;
     }
-    const vcam::ViewRectangle view(job);
+    const vcam::ViewGrid view(job);
     const LensLanes lens(job, view);
     RayWalk walk(job, view);
     const vcam::SourceLanes<Pixel> source(job);

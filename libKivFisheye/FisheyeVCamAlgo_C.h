@@ -8,10 +8,43 @@
 #include "Pixel.h"
 #include "SourcePixels.h"
 #include "vcam/VCamJob.h"
+#include "vcam/VCamOutline.h"
 
 /// The virtual camera in scalar arithmetic: the definition of the view. One pixel at a time, exact
 /// roots and arccosines, and the source pixel that holds the point.
 namespace FisheyeVCamAlgoNS::C {
+
+struct Ray {
+    float x;
+    float y;
+    float z;
+};
+
+/// The ray from the eye to a point of the rectangle, turned by the view's matrix.
+inline Ray TurnedRay(const float (&m)[16], float x, float y, float z) {
+    return {((x * m[0] + y * m[4]) + z * m[8]) + 0.0F * m[12],
+            ((x * m[1] + y * m[5]) + z * m[9]) + 0.0F * m[13],
+            ((x * m[2] + y * m[6]) + z * m[10]) + 0.0F * m[14]};
+}
+
+/// From the eye to the rectangle.
+inline float RayDepth(float eyeZ, float nearPlane) {
+    return (eyeZ - nearPlane) - eyeZ;
+}
+
+/// How far a ray turns off the lens axis, and the factor that makes its part in the image plane one
+/// long. Along the axis the factor is infinite.
+struct AxisAngle {
+    explicit AxisAngle(const Ray& ray) {
+        const float rr = ray.x * ray.x + ray.y * ray.y;
+        const float length = std::sqrt(rr + ray.z * ray.z);
+        theta = static_cast<float>(std::acos(static_cast<double>(-ray.z / length)));
+        inverse = static_cast<float>(1.0 / std::sqrt(static_cast<double>(rr)));
+    }
+
+    float theta;
+    float inverse;
+};
 
 /// Where rays meet the lens image.
 class Lens {
@@ -25,21 +58,18 @@ public:
     /// Calls `visit(u, v)` when the ray meets the lens inside the frame. A ray along the axis gives
     /// NaN and meets nothing.
     template <class Visit>
-    void VisitPoint(float x, float y, float z, Visit&& visit) const {
-        const float rr = x * x + y * y;
-        const float length = std::sqrt(rr + z * z);
-        const auto theta = static_cast<float>(std::acos(static_cast<double>(-z / length)));
-        if (!(theta <= m_maxAngle)) {
+    void VisitPoint(const Ray& ray, Visit&& visit) const {
+        const AxisAngle angle(ray);
+        if (!(angle.theta <= m_maxAngle)) {
             return;
         }
-        const float radius = m_scale * theta;
-        const auto inverse = static_cast<float>(1.0 / std::sqrt(static_cast<double>(rr)));
-        const float k = radius * inverse;
-        const float u = m_diameterX * (x * k);
+        const float radius = m_scale * angle.theta;
+        const float k = radius * angle.inverse;
+        const float u = m_diameterX * (ray.x * k);
         if (!(std::fabs(u) <= 0.5F)) {
             return;
         }
-        const float v = m_diameterY * (y * k);
+        const float v = m_diameterY * (ray.y * k);
         if (!(std::fabs(v) <= 0.5F)) {
             return;
         }
@@ -63,11 +93,9 @@ void Convert(const vcam::VCamJob& job) {
         return;
     }
     const SourcePixels<Pixel::kBytes> source(job.sourceWidth, job.sourceHeight, job.sourceStride);
-    const vcam::ViewRectangle view(job);
+    const vcam::ViewGrid view(job);
     const Lens lens(job);
-    const float(&m)[16] = job.matrix;
-    // From the eye to the rectangle.
-    const float z = (job.eyeZ - job.nearPlane) - job.eyeZ;
+    const float z = RayDepth(job.eyeZ, job.nearPlane);
 
     float y = view.top;
     for (int row = 0; row < job.targetHeight; ++row) {
@@ -76,10 +104,7 @@ void Convert(const vcam::VCamJob& job) {
         const int columns = job.PixelsInsideTarget(row, Pixel::kBytes);
         float x = -view.right;
         for (int column = 0; column < columns; ++column) {
-            const float rayX = ((x * m[0] + y * m[4]) + z * m[8]) + 0.0F * m[12];
-            const float rayY = ((x * m[1] + y * m[5]) + z * m[9]) + 0.0F * m[13];
-            const float rayZ = ((x * m[2] + y * m[6]) + z * m[10]) + 0.0F * m[14];
-            lens.VisitPoint(rayX, rayY, rayZ, [&](float u, float v) {
+            lens.VisitPoint(TurnedRay(job.matrix, x, y, z), [&](float u, float v) {
                 Pixel::Copy(job.source + source.OffsetAt(u, v),
                             target + std::ptrdiff_t{column} * Pixel::kBytes);
             });
@@ -97,6 +122,55 @@ void CvtVCamRGB(int sourceWidth, int sourceHeight, int sourceStride, const unsig
     Convert<PixelT<bits>>({sourceWidth, sourceHeight, sourceStride, source, radiusX, radiusY, eyeZ,
                            fieldOfView, aspect, nearPlane, matrix, targetWidth, targetHeight,
                            targetStride, target});
+}
+
+/// Where rays meet the lens image, those beyond its rim held at it.
+template <CoordinateOrientationType orientation>
+struct OutlineLens {
+    void WritePoint(const Ray& ray, float* point) const {
+        const AxisAngle angle(ray);
+        const float extentX = Smaller(scale.radiusX, scale.x * angle.theta);
+        const float extentY = Smaller(scale.radiusY, scale.y * angle.theta);
+        point[0] = extentX * (ray.x * angle.inverse) + centerX;
+        point[1] = TowardsTop<orientation>(centerY, extentY * (ray.y * angle.inverse));
+    }
+
+    static float Smaller(float a, float b) { return a < b ? a : b; }
+
+    float centerX;
+    float centerY;
+    vcam::OutlineScale scale;
+};
+
+template <CoordinateOrientationType orientation>
+void CalculateVCamROICoordinate(float centerX, float centerY, float radiusX, float radiusY,
+                                float eyeZ, float fieldOfView, float aspect, float nearPlane,
+                                const float (&matrix)[16], float* coordinates, int count) {
+    const int n = count / 4;
+    if (n <= 0) {
+        return;
+    }
+    const vcam::ViewEdges view({fieldOfView, aspect, nearPlane}, n);
+    const OutlineLens<orientation> lens{centerX, centerY, {radiusX, radiusY, eyeZ}};
+    const float z = RayDepth(eyeZ, nearPlane);
+    float* const left = coordinates;
+    float* const bottom = left + std::ptrdiff_t{2} * n;
+    float* const right = bottom + std::ptrdiff_t{2} * n;
+    float* const top = right + std::ptrdiff_t{2} * n;
+    float leftY = view.top;
+    float bottomX = -view.right;
+    float rightY = -view.top;
+    float topX = view.right;
+    for (std::ptrdiff_t k = 0; k < n; ++k) {
+        lens.WritePoint(TurnedRay(matrix, -view.right, leftY, z), left + 2 * k);
+        lens.WritePoint(TurnedRay(matrix, bottomX, -view.top, z), bottom + 2 * k);
+        lens.WritePoint(TurnedRay(matrix, view.right, rightY, z), right + 2 * k);
+        lens.WritePoint(TurnedRay(matrix, topX, view.top, z), top + 2 * k);
+        leftY -= view.stepY;
+        bottomX += view.stepX;
+        rightY += view.stepY;
+        topX -= view.stepX;
+    }
 }
 
 }  // namespace FisheyeVCamAlgoNS::C

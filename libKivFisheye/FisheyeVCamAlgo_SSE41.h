@@ -41,7 +41,7 @@ void Convert(const vcam::VCamJob& job) {
         ClearRows(job.target, job.targetHeight, job.targetStride);
         return;
     }
-    const vcam::ViewRectangle view(job);
+    const vcam::ViewGrid view(job);
     const LensLanes lens(job, view);
     RayWalk walk(job, view);
     const vcam::SourceLanes<Pixel> source(job);

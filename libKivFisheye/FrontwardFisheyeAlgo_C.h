@@ -13,6 +13,7 @@
 #include "Pixel.h"
 #include "RunningAngle.h"
 #include "TableConversion.h"
+#include "wall/WallDirection.h"
 #include "wall/WallJob.h"
 
 /// The kernels of a wall camera in scalar arithmetic: the definition of the mapping.
@@ -24,31 +25,27 @@
 /// pixel towards the frame's top left is taken.
 namespace FrontwardFisheyeAlgoNS::C {
 
-constexpr float kQuarterTurn = 1.5707964F;
-/// Radians off the axis to parts of a quarter turn.
-constexpr float kQuarterTurnsPerRadian = 0.63661975F;
-
 /// A point of the source frame from its centre, in fractions of the frame, v downward.
 struct LensPoint {
     float u;
     float v;
 };
 
-// From a direction (x, y) in the image plane, `r` long and `alpha` radians off the axis, to its
-// point. Direct conversions and tables group the products each in its own way, and now and then
-// land on neighbouring pixels. Clients compare with pictures of either, so both stay as they are.
+// From a direction to its point. Direct conversions and tables group the products each in its own
+// way, and now and then land on neighbouring pixels. Clients compare with pictures of either, so
+// both stay as they are.
 
 struct DirectProducts {
-    static LensPoint PointOf(float x, float y, float r, float alpha, float kx, float ky) {
-        const float inverse = 1.0F / r;
-        return {(x * inverse) * (kx * alpha), (y * inverse) * (ky * alpha)};
+    static LensPoint PointOf(const wall::Direction& d, float kx, float ky) {
+        const float inverse = 1.0F / d.r;
+        return {(d.x * inverse) * (kx * d.alpha), (d.y * inverse) * (ky * d.alpha)};
     }
 };
 
 struct TableProducts {
-    static LensPoint PointOf(float x, float y, float r, float alpha, float kx, float ky) {
-        const float k = alpha / r;
-        return {x * (kx * k), y * (ky * k)};
+    static LensPoint PointOf(const wall::Direction& d, float kx, float ky) {
+        const float k = d.alpha / d.r;
+        return {d.x * (kx * k), d.y * (ky * k)};
     }
 };
 
@@ -57,11 +54,11 @@ template <class Products>
 class WallWalk {
 public:
     explicit WallWalk(const wall::WallJob& job)
-        : m_longitudes({-kQuarterTurn, kQuarterTurn}, job.dstWidth),
+        : m_longitudes({-wall::kQuarterTurn, wall::kQuarterTurn}, job.dstWidth),
           m_latitude(AngleOf(-HalfAngle(job))),
           m_latitudeStep(AngleOf(StepOf({-HalfAngle(job), HalfAngle(job)}, job.dstHeight))),
-          m_kx(job.radiusX * kQuarterTurnsPerRadian),
-          m_ky(job.radiusY * kQuarterTurnsPerRadian) {}
+          m_kx(job.radiusX * wall::kQuarterTurnsPerRadian),
+          m_ky(job.radiusY * wall::kQuarterTurnsPerRadian) {}
 
     /// Calls `visit(column, u, v)`, v upward, for each of the first `columns` columns whose point
     /// lies in the source frame, its edges included. The lens axis itself has no direction in the
@@ -70,14 +67,10 @@ public:
     void VisitRow(int columns, Visit&& visit) const {
         const float* const sines = m_longitudes.Sines();
         const float* const cosines = m_longitudes.Cosines();
-        const float y = m_latitude.sine;
         for (int column = 0; column < columns; ++column) {
-            const float x = m_latitude.cosine * sines[column];
-            const float z = m_latitude.cosine * cosines[column];
-            const float r = std::sqrt(y * y + x * x);
-            const auto alpha =
-                static_cast<float>(std::atan2(static_cast<double>(r), static_cast<double>(z)));
-            const LensPoint point = Products::PointOf(x, y, r, alpha, m_kx, m_ky);
+            const wall::Direction direction(cosines[column], sines[column], m_latitude.cosine,
+                                            m_latitude.sine);
+            const LensPoint point = Products::PointOf(direction, m_kx, m_ky);
             if (std::fabs(point.u) <= 0.5F && std::fabs(point.v) <= 0.5F) {
                 visit(column, point.u, -point.v);
             }

@@ -6,6 +6,7 @@
 
 #include "CameraRules.h"
 #include "RelaxedAccess.h"
+#include "vcam/VCamOutline.h"
 
 using namespace KivFisheyeLib;
 
@@ -246,14 +247,6 @@ ResultCode CKivFisheyeCamera::Process(unsigned long long frameTag) {
     return m_scene->Process(frameTag);
 }
 
-ResultCode CKivFisheyeCamera::Snapshot(unsigned char**) {
-    return kResultNotReady;
-}
-
-ResultCode CKivFisheyeCamera::FreeSnapshotMemory(unsigned char*) {
-    return kResultNotReady;
-}
-
 ResultCode CKivFisheyeCamera::CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) {
     const vcam::PanTilt angles =
         ::CvtXYToVCamPanTilt(LoadRelaxed(m_mountType), LoadRelaxed(m_dewarpParams.radiusX),
@@ -274,6 +267,32 @@ ResultCode CKivFisheyeCamera::CvtXYToVCamPanTiltZoom(float x, float y, float fie
     return kResultOk;
 }
 
-ResultCode CKivFisheyeCamera::GetVCamROI(float*, int) {
-    return kResultNotReady;
+ResultCode CKivFisheyeCamera::GetVCamROI(float* points, int count) {
+    if (!IsPointList(points, count, 16)) {
+        return kResultInvalidArgument;
+    }
+    const Lock lock(this);
+    if (m_outputInfo.width == 0 || m_outputInfo.height == 0) {
+        return kResultNotReady;
+    }
+    float matrix[16];
+    switch (m_mountType) {
+        case MountTypeWall:
+            FrontwardFisheyeAlgoNS::GetModelViewMatrix(m_pan, m_tilt, matrix);
+            break;
+        case MountTypeCeiling:
+            DownwardFisheyeAlgoNS::GetModelViewMatrix(360.0F - m_pan, m_tilt, matrix);
+            break;
+        case MountTypeTable:
+            DownwardFisheyeAlgoNS::GetModelViewMatrix(m_pan, m_tilt, matrix);
+            break;
+        default:
+            return kResultOk;
+    }
+    const float aspect =
+        static_cast<float>(m_outputInfo.width) / static_cast<float>(m_outputInfo.height);
+    FisheyeVCamAlgoNS::CalculateVCamROICoordinate(
+        m_dewarpParams.radiusX, m_dewarpParams.radiusY, m_vcamEyeZ, m_vcamFieldOfView, aspect,
+        m_vcamNear, matrix, false, points, count, CoordinateOrientationWindows);
+    return kResultOk;
 }

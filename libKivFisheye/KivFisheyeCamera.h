@@ -3,33 +3,9 @@
 
 #include <memory>
 
+#include "CameraOutlines.h"
 #include "KivFisheyeLib.h"
 #include "ObjectLock.h"
-
-/// The outlines of panoramas, for a camera `T` that derives from this.
-template <class T>
-class IKivFisheyeROIImpl : public IKivFisheyeROI {
-public:
-    ResultCode GetDualPanoramaROI(float*, int, float*, int) override { return kResultNotReady; }
-    ResultCode GetWallPanoramaROI(float*, int) override { return kResultNotReady; }
-    ResultCode GetCeilingTablePanoramaROI(float*, int, float*, int) override {
-        return kResultNotReady;
-    }
-};
-
-/// What panoramas cover of the lens, for a camera `T` that derives from this.
-template <class T>
-class IKivFisheyeDewarpBoundaryImpl : public IKivFisheyeDewarpBoundary {
-public:
-    ResultCode CalculateWallPanoramaBoundary(const KivFisheyeLib::DewarpParams*, float*,
-                                             int) override {
-        return kResultNotReady;
-    }
-    ResultCode CalculateCeilingTablePanoramaBoundary(const KivFisheyeLib::DewarpParams*, float*,
-                                                     int, float*, int) override {
-        return kResultNotReady;
-    }
-};
 
 /// The object behind a context. It keeps what the client told it and one scene for the mount and
 /// view, tells the scene what changed, and has it convert. All of that happens under the object's

@@ -82,6 +82,25 @@ struct DewarpParams {
     float innerRadiusRatio;
 };
 
+/// What a snapshot's block of memory begins with: the fields of a bitmap's header, some of them
+/// wider. The pixels follow it at once. Their rows are `width` pixels of 3 or 4 bytes, rounded up to
+/// a multiple of 4 bytes.
+struct SnapshotHeader {
+    std::uint32_t size;      ///< of this header: 64
+    std::uint32_t reserved;  ///< 0
+    std::int64_t width;      ///< pixels in a row
+    std::int64_t height;     ///< rows, negative as they run from the top
+    std::uint16_t planes;    ///< 1
+    std::uint16_t bitsPerPixel;
+    std::uint32_t compression;          ///< 0
+    std::uint32_t imageSize;            ///< bytes of all rows
+    std::uint32_t reservedToo;          ///< 0
+    std::int64_t horizontalResolution;  ///< 0
+    std::int64_t verticalResolution;    ///< 0
+    std::uint32_t colorsUsed;           ///< 0
+    std::uint32_t colorsImportant;      ///< 0
+};
+
 }  // namespace KivFisheyeLib
 
 /// The answer of every operation. Failures are positive numbers too, so compare with `kResultOk`
@@ -241,10 +260,21 @@ public:
     /// once. Pixels that show nothing of the lens are zero bytes.
     virtual ResultCode Process(unsigned long long frameTag) = 0;
 
-    /// Not available yet: answers `kResultNotReady` and writes nothing.
+    /// Makes a still picture of the present view, in the size that `GetRecommendOutputVideoSize`
+    /// gives, from the picture that now lies in the input buffer. It needs no output frame and
+    /// changes nothing else; a panorama builds its tables for it. The picture is one block of
+    /// memory: a `SnapshotHeader`, and after its 64 bytes the pixels, rows from the top, each at a
+    /// multiple of 4 bytes. Bytes that show nothing are 0.
+    ///
+    /// Whatever the result, `block` afterwards holds null or a block that the caller owns and gives
+    /// to `FreeSnapshotMemory`. `kResultNullPointer`: `block` is null. `kResultNotReady`: no input
+    /// set. `kResultOutOfMemory` with null: no memory for the block, or its size is beyond 32 bits;
+    /// with a block that shows nothing: the lens has no extent, no scene serves this mount and
+    /// view, or there is no memory for the picture. Throws `std::bad_alloc`, with null, when the
+    /// scene cannot be made for want of memory.
     virtual ResultCode Snapshot(unsigned char** block) = 0;
 
-    /// Not available yet: answers `kResultNotReady` and frees nothing.
+    /// Releases a block from `Snapshot`, of any context. `kResultNoChange`: null. No lock.
     virtual ResultCode FreeSnapshotMemory(unsigned char* block) = 0;
 
     /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
@@ -264,29 +294,54 @@ public:
                                               float& tilt, float& zoom) = 0;
 };
 
-/// Outlines of the present view on the fisheye frame. A point is its x and its y, as fractions
-/// of the frame; counts are points. Not available yet: every operation answers `kResultNotReady`
-/// and writes nothing.
+/// Outlines of views on the fisheye frame, for clients that draw them there. A point is its x and
+/// its y, as fractions of the frame from its top left, and an outline joins its last point to its
+/// first. The lists are the caller's, lie at multiples of 16 bytes, and have two floats for each
+/// point.
+///
+/// All operations answer `kResultInvalidArgument`, and write nothing, for a list that is null or
+/// lies elsewhere and for a count that is not a positive multiple of the one they name. Where the
+/// mount's number has no meaning they answer `kResultOk` and write nothing, but for the wall's.
 class IKivFisheyeROI {
 public:
     virtual ~IKivFisheyeROI() = default;
 
+    /// The outline of what a virtual camera shows with the present angles and zoom, in whatever view
+    /// the context is: a quarter of the `count` points, a multiple of 16, along each edge of the
+    /// view, the left one from its top, then bottom, right and top. Where the view reaches beyond
+    /// the rim of the lens, the outline follows the rim. A point exactly in the lens's centre is
+    /// NaN. `kResultNotReady`: no output set, whose shape is the view's.
     virtual ResultCode GetVCamROI(float* points, int count) = 0;
+
+    /// The two halves of the ring that the upper and the lower half of a dual panorama show with
+    /// the present pan: the outer arc, and as many points along the inner arc back. Each count is a
+    /// multiple of 8. `kResultNotReady`: a wall. At a pan of exactly 180 the picture is not turned,
+    /// and the outlines are.
     virtual ResultCode GetDualPanoramaROI(float* first, int firstCount, float* second,
                                           int secondCount) = 0;
+
+    /// The outline of what a wall's panorama shows: a quarter of the `count` points, a multiple of
+    /// 16, along each of its sides, from the left one's bottom on. `kResultNotReady`: not a wall.
     virtual ResultCode GetWallPanoramaROI(float* points, int count) = 0;
+
+    /// The ellipses that bound the ring of a ceiling or a table, each from its right on upward. Each
+    /// count is a multiple of 4. `kResultNotReady`: a wall.
     virtual ResultCode GetCeilingTablePanoramaROI(float* inner, int innerCount, float* outer,
                                                   int outerCount) = 0;
 };
 
-/// Outlines of what a panorama covers of the lens, for the context's lens parameters or for others.
-/// Not available yet: both operations answer `kResultNotReady` and write nothing.
+/// The same outlines for any lens: of `params`, which are not checked, or of the context's own lens
+/// where that is null. The mount is not asked. With `params` there is no lock. Lists, counts and
+/// `kResultInvalidArgument` are as `IKivFisheyeROI` has them.
 class IKivFisheyeDewarpBoundary {
 public:
     virtual ~IKivFisheyeDewarpBoundary() = default;
 
+    /// As `IKivFisheyeROI::GetWallPanoramaROI`.
     virtual ResultCode CalculateWallPanoramaBoundary(const KivFisheyeLib::DewarpParams* params,
                                                      float* points, int count) = 0;
+
+    /// As `IKivFisheyeROI::GetCeilingTablePanoramaROI`.
     virtual ResultCode CalculateCeilingTablePanoramaBoundary(
         const KivFisheyeLib::DewarpParams* params, float* inner, int innerCount, float* outer,
         int outerCount) = 0;

@@ -15,7 +15,7 @@ struct Span {
 /// The change from one of `count` rows or columns to the next. Meaningless, and not used, for a
 /// count of 1.
 inline float StepOf(Span span, int count) {
-    return (span.last - span.first) / static_cast<float>(count - 1);
+    return (span.last - span.first) / static_cast<float>(static_cast<long long>(count) - 1);
 }
 
 /// The sine and the cosine of every column's angle in radians. The angle grows by repeated addition

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 
 #include "ForeignInterfaces.h"
 
@@ -221,16 +222,39 @@ TEST_F(ForeignClient, LooksAroundWithAVirtualCamera) {
     EXPECT_EQ(std::count(output, output + 64 * 8, 0x42), 64 * 8) << "10 degrees off the axis";
 }
 
-TEST_F(ForeignClient, IsToldThatSomeOperationsAreNotAvailable) {
+TEST_F(ForeignClient, TakesAStillPicture) {
     SetUpPanorama();
     unsigned char* block = nullptr;
-    EXPECT_EQ(Call(camera, &Camera::TakePicture, &block), kNotReady);
-    EXPECT_EQ(Call(camera, &Camera::ReleasePicture, nullptr), kNotReady);
+    ASSERT_EQ(Call(camera, &Camera::TakePicture, &block), kOk);
+    ASSERT_NE(block, nullptr);
+    std::int64_t size[2];  // of the picture, from the top
+    std::memcpy(size, block + 8, sizeof(size));
+    unsigned int width = 0;
+    unsigned int height = 0;
+    EXPECT_EQ(Call(camera, &Camera::TakeSize, &width, &height), kOk);
+    EXPECT_EQ(size[0], width);
+    EXPECT_EQ(size[1], -std::int64_t{height});
+    EXPECT_EQ(Call(camera, &Camera::ReleasePicture, block), kOk);
+    EXPECT_EQ(Call(camera, &Camera::ReleasePicture, nullptr), kNoChange);
+}
+
+TEST_F(ForeignClient, TracesTheRing) {
+    SetUpPanorama();
+    alignas(16) float inner[8] = {};
+    alignas(16) float outer[8] = {};
+    EXPECT_EQ(Call(GetROIAPI(context), &Outlines::OfRing, inner, 4, outer, 4), kOk);
+    EXPECT_EQ(inner[0], 0.5F);
+    EXPECT_EQ(outer[0], 1.0F);
+    EXPECT_EQ(outer[1], 0.5F);
+}
+
+TEST_F(ForeignClient, IsRefusedCountsThatDoNotFit) {
+    SetUpPanorama();
     alignas(16) float points[64] = {};
     EXPECT_EQ(CallOutlineOperations(GetROIAPI(context), points),
-              std::vector<std::int64_t>(4, kNotReady));
+              std::vector<std::int64_t>(4, kInvalidArgument));
     EXPECT_EQ(CallBoundaryOperations(GetDewarpBoundaryAPI(context), points),
-              std::vector<std::int64_t>(2, kNotReady));
+              std::vector<std::int64_t>(2, kInvalidArgument));
     EXPECT_EQ(std::count(points, points + 64, 0.0F), 64);
 }
 

@@ -52,19 +52,26 @@ using ConvertFunction = void(int sourceWidth, int sourceHeight, int sourceStride
                              const float (&matrix)[16], int targetWidth, int targetHeight,
                              int targetStride, unsigned char* target);
 
-/// The rectangle that the eye looks through. The steps lead from one pixel to the next and from one
-/// row to the next; a side of one pixel has none.
+/// Half the sides of the rectangle that the eye looks through.
 struct ViewRectangle {
-    explicit ViewRectangle(const VCamJob& job) {
-        const float halfAngle = job.fieldOfView * 0.5F * kDegreesToRadians;
-        top = static_cast<float>(double{job.nearPlane} * std::tan(double{halfAngle}));
-        right = top * job.aspect;
-        stepX = (right + right) / static_cast<float>(job.targetWidth - 1);
-        stepY = (-top - top) / static_cast<float>(job.targetHeight - 1);
+    ViewRectangle(float fieldOfView, float aspect, float nearPlane) {
+        const float halfAngle = fieldOfView * 0.5F * kDegreesToRadians;
+        top = static_cast<float>(double{nearPlane} * std::tan(double{halfAngle}));
+        right = top * aspect;
     }
 
     float top;
     float right;
+};
+
+/// The rectangle as the output's grid. The steps lead from one pixel to the next and from one row to
+/// the next; a side of one pixel has none.
+struct ViewGrid : ViewRectangle {
+    explicit ViewGrid(const VCamJob& job)
+        : ViewRectangle(job.fieldOfView, job.aspect, job.nearPlane),
+          stepX((right + right) / static_cast<float>(job.targetWidth - 1)),
+          stepY((-top - top) / static_cast<float>(job.targetHeight - 1)) {}
+
     float stepX;
     float stepY;
 };

@@ -42,7 +42,7 @@ struct RayLanes {
 
 /// The rays of the output's first group, and how they grow.
 struct RayWalk {
-    [[gnu::always_inline]] RayWalk(const vcam::VCamJob& job, const vcam::ViewRectangle& view) {
+    [[gnu::always_inline]] RayWalk(const vcam::VCamJob& job, const vcam::ViewGrid& view) {
         Start(vcam::RaySteps(job, view, 0), &RayLanes::x);
         Start(vcam::RaySteps(job, view, 1), &RayLanes::y);
         Start(vcam::RaySteps(job, view, 2), &RayLanes::z);
@@ -60,7 +60,7 @@ struct RayWalk {
 };
 
 struct LensLanes {
-    [[gnu::always_inline]] LensLanes(const vcam::VCamJob& job, const vcam::ViewRectangle& view) {
+    [[gnu::always_inline]] LensLanes(const vcam::VCamJob& job, const vcam::ViewGrid& view) {
         const float scale = (job.eyeZ + 1.0F) * vcam::kRadiusPerRadian;
         maxAngle = Floats(1.0F / (scale + scale));
         scaleX = Floats((job.radiusX + job.radiusX) * scale);

@@ -1,0 +1,40 @@
+#ifndef KIVFISHEYE_COLUMN_ANGLE_LANES_H
+#define KIVFISHEYE_COLUMN_ANGLE_LANES_H
+
+#include <algorithm>
+
+#include "ColumnAngles.h"
+#include "FisheyeAlgoCommon_SSE2.h"
+#include "MemoryUtils.h"
+
+/// `ColumnAngles` in four lanes, by their own sine. The tables hold whole groups: what is left of
+/// the last one repeats the last column. Throws `std::bad_alloc` when memory runs out.
+class ColumnAngleLanes {
+public:
+    ColumnAngleLanes(Span angles, int columns) {
+        if (columns <= 0) {
+            return;
+        }
+        const auto count = static_cast<unsigned long>(columns);
+        const unsigned long whole = (count + kLanes - 1) / kLanes * kLanes;
+        m_sines.Allocate(whole);
+        m_cosines.Allocate(whole);
+        ::SSE2::CSinAndCosThetaTable::CalculateSinAndCosThetaTable(
+            m_sines.data(), m_cosines.data(), count, angles.first, angles.last);
+        std::fill(m_sines.data() + count, m_sines.data() + whole, m_sines.data()[count - 1]);
+        std::fill(m_cosines.data() + count, m_cosines.data() + whole, m_cosines.data()[count - 1]);
+    }
+
+    const float* Sines() const { return m_sines.data(); }
+    const float* Cosines() const { return m_cosines.data(); }
+    /// How many entries the tables have.
+    unsigned long long Count() const { return m_sines.count(); }
+
+private:
+    static constexpr unsigned long kLanes = sse::sse4Floats::kLanes;
+
+    CAlignedBufferT<float, 16> m_sines;
+    CAlignedBufferT<float, 16> m_cosines;
+};
+
+#endif

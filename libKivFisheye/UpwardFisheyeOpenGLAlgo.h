@@ -1,0 +1,62 @@
+#ifndef KIVFISHEYE_UPWARD_FISHEYE_OPENGL_ALGO_H
+#define KIVFISHEYE_UPWARD_FISHEYE_OPENGL_ALGO_H
+
+#include "KivFisheyeExport.h"
+
+/// Panoramas of a table camera that the client's graphics processor draws: where each vertex of a
+/// grid lies on the lens image.
+///
+/// A grid is drawn as a flat rectangle with the fisheye picture as its texture. Coordinates are u
+/// and v by turns, row by row, for a lens circle that fills its texture: u runs from 0 at the left
+/// to 1 at the right and v from 0 at the top to 1 at the bottom, or both from -0.5 to 0.5 with
+/// `centerAtOrigin`. A lens that fills another part of the frame is the client's to fit: with the
+/// centre at the origin a vertex lies at 0.5 + 2 * `radiusX` * u and 0.5 + 2 * `radiusY` * v of the
+/// frame.
+///
+/// `innerRadiusRatio` is that of `DewarpParams`. Rows are evenly spaced in radius, from the inner
+/// edge of the ring to the rim, and columns in angle, from the right of the lens by way of its top
+/// back to the right. The first and the last column are the same place, so that the seam is closed.
+///
+/// `coordinates` is the caller's, at a multiple of 16 bytes, and has room for two floats for every
+/// column, the number of columns rounded up to a multiple of 4, of every row. Pass such a multiple:
+/// with other numbers the vector form pads each row to it, and the scalar one does not. Sizes below
+/// 1 write nothing. All functions may run on any thread at any time, and throw `std::bad_alloc`
+/// when memory runs out.
+namespace UpwardFisheyeAlgoNS {
+
+/// Fills the grid of a full panorama.
+KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
+                                                       float innerRadiusRatio, bool centerAtOrigin,
+                                                       float* coordinates);
+
+/// Fills the two grids of a dual panorama, one behind the other: half a turn each, and the second
+/// one is what lies opposite. Both have all the radii, each in its own number of rows.
+KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rowsFirst,
+                                                           int rowsSecond, float innerRadiusRatio,
+                                                           bool centerAtOrigin, float* coordinates);
+
+/// The forms that the functions above choose from, by the processor: scalar, with rows that are
+/// never padded and any alignment, and in four lanes.
+namespace C {
+KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
+                                                       float innerRadiusRatio, bool centerAtOrigin,
+                                                       float* coordinates);
+KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rowsFirst,
+                                                           int rowsSecond, float innerRadiusRatio,
+                                                           bool centerAtOrigin, float* coordinates);
+}  // namespace C
+
+#if defined(__x86_64__)
+namespace SSE2 {
+KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
+                                                       float innerRadiusRatio, bool centerAtOrigin,
+                                                       float* coordinates);
+KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rowsFirst,
+                                                           int rowsSecond, float innerRadiusRatio,
+                                                           bool centerAtOrigin, float* coordinates);
+}  // namespace SSE2
+#endif
+
+}  // namespace UpwardFisheyeAlgoNS
+
+#endif
