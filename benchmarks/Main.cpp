@@ -2,6 +2,7 @@
 #include <iostream>
 #include <vector>
 
+#include "OutlineBenchmark.h"
 #include "PanoramaBenchmark.h"
 #include "RatioTable.h"
 #include "VCamBenchmark.h"
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
     try {
         RegisterPanoramaBenchmarks();
         RegisterVCamBenchmarks();
+        RegisterOutlineBenchmarks();
         benchmark::RunSpecifiedBenchmarks(&reporter);
     } catch (const std::exception& problem) {
         std::cerr << problem.what() << '\n';

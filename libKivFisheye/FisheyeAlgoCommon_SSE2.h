@@ -30,8 +30,8 @@ struct SteppedAngles {
 
 /// Sines and cosines of evenly spaced angles.
 struct CSinAndCosThetaTable {
-    /// Fills both tables, each of `count` entries, for the angles from `start` to `end` in radians,
-    /// both included. The lanes' polynomial, not the C library, gives them.
+    /// Fills both tables with `count` entries, whose angles run evenly from `start` to `end`, both of
+    /// them included, in radians. They come from the lanes' polynomial, not from the C library.
     static void CalculateSinAndCosThetaTable(float* sinTable, float* cosTable, unsigned long count,
                                              float start, float end) {
         using sse::sse4Floats;

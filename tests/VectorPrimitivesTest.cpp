@@ -127,6 +127,11 @@ TYPED_TEST(VectorPrimitives, TheSmallerOfANanAndANumberIsTheSecond) {
     EXPECT_TRUE(std::signbit(out[0])) << "equal zeros: the second";
 }
 
+TYPED_TEST(VectorPrimitives, TheLargerOfANanAndANumberIsTheSecond) {
+    this->ExpectPairwise(
+        TypeParam::Larger, [](float a, float b) { return a > b ? a : b; }, UnusualFloats());
+}
+
 TYPED_TEST(VectorPrimitives, ComparisonsAreFalseForNanAndEqualForBothZeros) {
     const std::vector<float> values = UnusualFloats();
     for (const float b : values) {

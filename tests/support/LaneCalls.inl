@@ -60,6 +60,9 @@ struct Lanes {
     static void Smaller(const float* a, const float* b, float* result) {
         Min(Floats::Load(a), Floats::Load(b)).Store(result);
     }
+    static void Larger(const float* a, const float* b, float* result) {
+        Max(Floats::Load(a), Floats::Load(b)).Store(result);
+    }
     static void AbsoluteValue(const float* a, float* result) { Abs(Floats::Load(a)).Store(result); }
     /// The first number's size with the second one's sign.
     static void WithSignOf(const float* a, const float* b, float* result) {

@@ -112,6 +112,13 @@ struct LaneGroups {
         }
         return result;
     }
+    [[gnu::always_inline]] friend LaneGroups Max(const LaneGroups& a, const LaneGroups& b) {
+        LaneGroups result;
+        for (unsigned i = 0; i < count; ++i) {
+            result.group[i] = Max(a.group[i], b.group[i]);
+        }
+        return result;
+    }
     [[gnu::always_inline]] friend LaneGroups Select(const Mask& mask, const LaneGroups& a,
                                                     const LaneGroups& b) {
         LaneGroups result;

@@ -126,6 +126,10 @@ public:
     [[gnu::always_inline]] friend avx8Floats Sqrt(avx8Floats a) {
         return avx8Floats(_mm256_sqrt_ps(a.m_lanes));
     }
+    /// `b` where either is NaN.
+    [[gnu::always_inline]] friend avx8Floats Max(avx8Floats a, avx8Floats b) {
+        return avx8Floats(_mm256_max_ps(a.m_lanes, b.m_lanes));
+    }
     /// The processor's estimate of 1 / a, good to 1.5 * 2^-12.
     [[gnu::always_inline]] friend avx8Floats Rcp(avx8Floats a) {
         return avx8Floats(_mm256_rcp_ps(a.m_lanes));

@@ -67,6 +67,10 @@ public:
     [[gnu::always_inline]] friend sse4Floats Sqrt(sse4Floats a) {
         return sse4Floats(_mm_sqrt_ps(a.m_lanes));
     }
+    /// `b` where either is NaN.
+    [[gnu::always_inline]] friend sse4Floats Max(sse4Floats a, sse4Floats b) {
+        return sse4Floats(_mm_max_ps(a.m_lanes, b.m_lanes));
+    }
     /// The processor's estimate of 1 / a, good to 1.5 * 2^-12.
     [[gnu::always_inline]] friend sse4Floats Rcp(sse4Floats a) {
         return sse4Floats(_mm_rcp_ps(a.m_lanes));

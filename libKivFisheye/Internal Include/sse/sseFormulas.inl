@@ -37,8 +37,11 @@ template <class Floats>
     const auto isBig = one < a;
     const Floats r = Select(isBig, Rcp(a), a);
 
-    const Floats w = Rcp(r * r + one) * r;
-    const Floats y = r * w;
+    // The powers of smaller ratios, which are not used, would be denormal, and slow.
+    const Floats small = Floats::FromBits(kAtanSmall);
+    const Floats s = Max(small, r);
+    const Floats w = Rcp(s * s + one) * s;
+    const Floats y = s * w;
     const Floats y2 = y * y;
     const Floats y3 = y * y2;
     const Floats low = (y * Floats::FromBits(kEuler1) + one) + y2 * Floats::FromBits(kEuler2);
@@ -46,7 +49,7 @@ template <class Floats>
                          y2 * Floats::FromBits(kEuler5)) +
                         y3 * Floats::FromBits(kEuler6);
     const Floats series = low + y3 * high;
-    const Floats ofRatio = Select(r < Floats::FromBits(kAtanSmall), r, w * series);
+    const Floats ofRatio = Select(r < small, r, w * series);
 
     const Floats v = Select(isBig, Floats::FromBits(kHalfPi) - ofRatio, ofRatio);
     return v | SignOf(t);

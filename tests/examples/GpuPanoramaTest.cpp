@@ -1,0 +1,210 @@
+#include <DownwardFisheyeAlgo.h>
+#include <FrontwardFisheyeAlgo.h>
+#include <UpwardFisheyeAlgo.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "OffscreenContext.h"
+#include "PanoramaRenderer.h"
+#include "support/CoordinateFrame.h"
+
+// The panorama that a graphics processor draws from the library's grids, pixel by pixel against the
+// one that the library draws itself.
+
+using namespace KivFisheyeLib;
+
+namespace {
+
+constexpr int kBytes = 3;
+
+struct Scene {
+    const char* name;
+    MountType mount;
+    ViewType view;
+    DewarpParams lens;
+    int srcWidth;
+    int srcHeight;
+    int width;
+    int height;
+};
+
+std::ostream& operator<<(std::ostream& out, const Scene& scene) {
+    return out << scene.name;
+}
+
+constexpr Scene kScenes[] = {
+    {"WallFull", MountTypeWall, ViewTypeFullPanorama, {0.5F, 0.5F, 45, 0}, 512, 512, 320, 160},
+    {"WallHigh", MountTypeWall, ViewTypeFullPanorama, {0.3F, 0.45F, 80, 0}, 600, 400, 256, 200},
+    {"TableFull", MountTypeTable, ViewTypeFullPanorama, {0.5F, 0.5F, 45, 0.2F}, 512, 512, 640, 120},
+    {"TableDual", MountTypeTable, ViewTypeDualPanorama, {0.3F, 0.45F, 45, 0}, 600, 400, 320, 240},
+    {"CeilingFull",
+     MountTypeCeiling,
+     ViewTypeFullPanorama,
+     {0.28F, 0.5F, 45, 0.5F},
+     640,
+     360,
+     512,
+     64},
+    {"CeilingDual",
+     MountTypeCeiling,
+     ViewTypeDualPanorama,
+     {0.4F, 0.4F, 45, 0.1F},
+     300,
+     300,
+     256,
+     160},
+};
+
+std::vector<unsigned char> SourceOf(const Scene& scene) {
+    return CoordinateFrame(scene.srcWidth, scene.srcHeight, scene.srcWidth * kBytes, kBytes);
+}
+
+template <class Converter, class Turn>
+void Convert(const Scene& scene, float shape, const unsigned char* src, unsigned char* dst,
+             const Turn& turn) {
+    Converter converter;
+    converter.Init(scene.srcWidth, scene.srcHeight, scene.srcWidth * kBytes, scene.width,
+                   scene.height, scene.width * kBytes, 8 * kBytes, scene.lens.radiusX,
+                   scene.lens.radiusY, shape);
+    turn(converter, src, dst);
+}
+
+Picture OfProcessor(const Scene& scene) {
+    const std::vector<unsigned char> src = SourceOf(scene);
+    Picture picture{
+        scene.width, scene.height,
+        std::vector<unsigned char>(static_cast<std::size_t>(scene.width * scene.height * kBytes))};
+    const auto unturned = [](auto& converter, const unsigned char* from, unsigned char* to) {
+        converter.CvtRGB24(0.0F, from, to);
+    };
+    const auto unturnable = [](auto& converter, const unsigned char* from, unsigned char* to) {
+        converter.CvtRGB24(from, to);
+    };
+    const bool isDual = scene.view == ViewTypeDualPanorama;
+    const float inner = scene.lens.innerRadiusRatio;
+    unsigned char* const dst = picture.pixels.data();
+    if (scene.mount == MountTypeWall) {
+        Convert<FrontwardFisheyeAlgoNS::CPanoramaConverter>(scene, scene.lens.wallViewAngle,
+                                                            src.data(), dst, unturnable);
+    } else if (scene.mount == MountTypeTable) {
+        isDual ? Convert<UpwardFisheyeAlgoNS::CDualPanoramaConverter>(scene, inner, src.data(), dst,
+                                                                      unturned)
+               : Convert<UpwardFisheyeAlgoNS::CPanoramaConverter>(scene, inner, src.data(), dst,
+                                                                  unturned);
+    } else {
+        isDual ? Convert<DownwardFisheyeAlgoNS::CDualPanoramaConverter>(scene, inner, src.data(),
+                                                                        dst, unturned)
+               : Convert<DownwardFisheyeAlgoNS::CPanoramaConverter>(scene, inner, src.data(), dst,
+                                                                    unturned);
+    }
+    return picture;
+}
+
+Picture OfGraphics(const Scene& scene, int columns, int rows) {
+    const OffscreenContext context;
+    const PanoramaView view{scene.mount, scene.view, scene.lens, columns, rows};
+    return RenderPanorama({scene.srcWidth, scene.srcHeight, SourceOf(scene)}, view, scene.width,
+                          scene.height);
+}
+
+std::optional<PixelPlace> PlaceAt(const Picture& picture, int x, int y) {
+    return PlaceIn(picture.pixels.data() + (std::ptrdiff_t{y} * picture.width + x) * kBytes,
+                   kBytes);
+}
+
+/// One source pixel, and what the grid's form may be off.
+double Tolerance(const Scene& scene, float radius, int side) {
+    const double formError = scene.mount == MountTypeWall ? 2e-3 : 1e-6;
+    return 1.0 + formError * 2.0 * double{radius} * side;
+}
+
+/// How many pixels, of those that `isCompared` names, show the same place of the lens image in both
+/// pictures; the others are failures.
+template <class IsCompared>
+int CountEqualPlaces(const Scene& scene, const Picture& graphics, const IsCompared& isCompared) {
+    const Picture processor = OfProcessor(scene);
+    const double mostX = Tolerance(scene, scene.lens.radiusX, scene.srcWidth);
+    const double mostY = Tolerance(scene, scene.lens.radiusY, scene.srcHeight);
+    int count = 0;
+    for (int y = 0; y < scene.height; ++y) {
+        for (int x = 0; x < scene.width; ++x) {
+            const auto expected = PlaceAt(processor, x, y);
+            if (!isCompared(x, y) || !expected) {
+                continue;
+            }
+            const auto place = PlaceAt(graphics, x, y);
+            const bool isEqual = place && std::abs(place->column - expected->column) <= mostX &&
+                                 std::abs(place->row - expected->row) <= mostY;
+            EXPECT_TRUE(isEqual) << "at " << x << ", " << y << " the processor shows " << *expected;
+            if (!isEqual) {
+                return count;
+            }
+            ++count;
+        }
+    }
+    return count;
+}
+
+class GpuPanorama : public testing::TestWithParam<Scene> {
+protected:
+    const Scene& scene = GetParam();
+    const int grids = scene.view == ViewTypeDualPanorama ? 2 : 1;
+    const int gridHeight = scene.height / grids;
+};
+
+TEST_P(GpuPanorama, ShowsWhatTheProcessorShows) {
+    const auto isInside = [&](int x, int y) {
+        const int row = y % gridHeight;
+        return x > 0 && x < scene.width - 1 && row > 0 && row < gridHeight - 1;
+    };
+    const int inside = (scene.width - 2) * (gridHeight - 2) * grids;
+    EXPECT_EQ(CountEqualPlaces(scene, OfGraphics(scene, scene.width, gridHeight), isInside),
+              inside);
+}
+
+TEST_P(GpuPanorama, DrawsEveryPixel) {
+    const Picture picture = OfGraphics(scene, 32, 16);
+    int drawn = 0;
+    for (int y = 0; y < scene.height; ++y) {
+        for (int x = 0; x < scene.width; ++x) {
+            drawn += PlaceAt(picture, x, y).has_value() ? 1 : 0;
+        }
+    }
+    EXPECT_EQ(drawn, scene.width * scene.height);
+}
+
+/// Between its vertices a coarse grid bends away; at them it is as good as a fine one.
+TEST_P(GpuPanorama, OfACoarseGridIsRightAtItsVertices) {
+    // 7 columns of 9 pixels and 3 rows of 7 in each grid.
+    Scene coarse = scene;
+    coarse.width = 64;
+    coarse.height = 22 * grids;
+    const auto isVertex = [](int x, int y) {
+        return x > 0 && x < 63 && x % 9 == 0 && (y % 22 == 7 || y % 22 == 14);
+    };
+    EXPECT_EQ(CountEqualPlaces(coarse, OfGraphics(coarse, 8, 4), isVertex), 6 * 2 * grids);
+}
+
+INSTANTIATE_TEST_SUITE_P(Scenes, GpuPanorama, testing::ValuesIn(kScenes),
+                         [](const auto& scene) { return std::string(scene.param.name); });
+
+TEST(GpuPanoramaMesh, RefusesViewsWithoutAGridAndSizesThatAreTooSmall) {
+    const DewarpParams lens{0.5F, 0.5F, 45.0F, 0.0F};
+    EXPECT_THROW(MakePanoramaMesh({MountTypeTable, ViewTypeVCam, lens, 8, 8}, 64, 64),
+                 std::invalid_argument);
+    EXPECT_THROW(MakePanoramaMesh({MountTypeWall, ViewTypeDualPanorama, lens, 8, 8}, 64, 64),
+                 std::invalid_argument);
+    EXPECT_THROW(MakePanoramaMesh({MountTypeWall, ViewTypeFullPanorama, lens, 6, 8}, 64, 64),
+                 std::invalid_argument);
+    EXPECT_THROW(MakePanoramaMesh({MountTypeTable, ViewTypeDualPanorama, lens, 8, 8}, 64, 63),
+                 std::invalid_argument);
+    EXPECT_THROW(MakePanoramaMesh({MountTypeTable, ViewTypeFullPanorama, lens, 8, 1}, 64, 64),
+                 std::invalid_argument);
+}
+
+}  // namespace
