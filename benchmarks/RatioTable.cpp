@@ -42,9 +42,9 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
 }
 
 void RatioReporter::PrintRatios(std::ostream& out) const {
-    out << "\nMedians. ns/pixel is the library's, of outlines and grids per point; the others are "
-           "their\n"
-           "time over the library's.\n";
+    out << "\nMedians. ns/pixel is the library's, of lists per point; the others are their time "
+           "over "
+           "it.\n";
     for (const auto& [scene, contestants] : m_scenes) {
         const auto library = contestants.find("library");
         const auto pixels = m_pixels.find(scene);

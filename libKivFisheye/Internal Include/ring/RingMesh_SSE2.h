@@ -2,6 +2,7 @@
 #define KIVFISHEYE_RING_MESH_SSE2_H
 
 #include "ColumnAngles.h"
+#include "MemoryUtils.h"
 #include "sse/ColumnAngleLanes.h"
 #include "sse/sseUtil.h"
 
@@ -11,24 +12,34 @@ namespace ring::SSE2 {
 /// repeat the grid's last one.
 class MeshColumns {
 public:
-    MeshColumns(Span angles, int columns) : m_angles(angles, columns) {}
+    MeshColumns(Span angles, int columns) {
+        const ColumnAngleLanes lanes(angles, columns);
+        m_rim.Allocate(2 * lanes.Count());
+        for (unsigned long long j = 0; j < lanes.Count(); j += sse4Floats::kLanes) {
+            sse::StoreInterleaved(sse4Floats::Load(lanes.Cosines() + j),
+                                  sse4Floats(0.0F) - sse4Floats::Load(lanes.Sines() + j),
+                                  m_rim.data() + 2 * j);
+        }
+    }
 
     /// Writes the points `radius` from the centre and gives where the next row begins.
     float* WriteRow(float center, float radius, float* points) const {
-        using sse::sse4Floats;
-        const float* const sines = m_angles.Sines();
-        const float* const cosines = m_angles.Cosines();
-        for (unsigned long long j = 0; j < m_angles.Count(); j += sse4Floats::kLanes) {
-            const sse4Floats right = sse4Floats(radius) * sse4Floats::Load(cosines + j);
-            const sse4Floats up = sse4Floats(radius) * sse4Floats::Load(sines + j);
-            sse::StoreInterleaved(sse4Floats(center) + right, sse4Floats(center) - up,
-                                  points + 2 * j);
+        const float* const rim = m_rim.data();
+        const unsigned long long count = m_rim.count();
+        for (unsigned long long j = 0; j < count; j += 2 * sse4Floats::kLanes) {
+            for (const unsigned long long k : {j, j + sse4Floats::kLanes}) {
+                const sse4Floats offset = sse4Floats(radius) * sse4Floats::Load(rim + k);
+                (sse4Floats(center) + offset).Store(points + k);
+            }
         }
-        return points + 2 * m_angles.Count();
+        return points + count;
     }
 
 private:
-    ColumnAngleLanes m_angles;
+    using sse4Floats = sse::sse4Floats;
+
+    /// x and y by turns, y downward, of a circle with the radius 1.
+    CAlignedBufferT<float, 16> m_rim;
 };
 
 }  // namespace ring::SSE2
