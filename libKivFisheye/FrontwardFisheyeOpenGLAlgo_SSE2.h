@@ -37,7 +37,7 @@ inline void FillTextureCoordinates(int width, int height, float wallViewAngle, b
             const sse4Floats r = Sqrt(y * y + x * x);
             const sse4Floats k = sseAtan2(r, z) / r;
             sse::StoreInterleaved(center + (x * k) * scale, center + (y * k) * scale, coordinates);
-            coordinates += 2 * sse4Floats::kLanes;
+            coordinates += std::ptrdiff_t{2} * sse4Floats::kLanes;
         }
         latitude.Advance(step);
     }

@@ -55,18 +55,19 @@ float PixelOf(int place, int count, int pixels) {
     return place == 0 ? middle - kReach : place == count - 1 ? middle + kReach : middle;
 }
 
-/// Adds a grid whose first pixel row is `top` and which is `height` pixels high, of a picture with
-/// `pictureHeight` rows.
-void AddGrid(const PanoramaView& view, int width, int top, int height, int pictureHeight,
+/// Adds the grid at `index` of `grids`, which share a picture's height.
+void AddGrid(const PanoramaView& view, int width, int height, int grids, int index,
              PanoramaMesh& mesh) {
+    const int gridHeight = height / grids;
+    const int top = index * gridHeight;
     const auto first = static_cast<std::uint32_t>(mesh.positions.size() / 2);
     const auto columns = static_cast<std::uint32_t>(view.columns);
     for (int row = 0; row < view.rows; ++row) {
-        const float y = static_cast<float>(top) + PixelOf(row, view.rows, height);
+        const float y = static_cast<float>(top) + PixelOf(row, view.rows, gridHeight);
         for (int column = 0; column < view.columns; ++column) {
             const float x = PixelOf(column, view.columns, width);
             mesh.positions.push_back(2.0F * x / static_cast<float>(width) - 1.0F);
-            mesh.positions.push_back(1.0F - 2.0F * y / static_cast<float>(pictureHeight));
+            mesh.positions.push_back(1.0F - 2.0F * y / static_cast<float>(height));
         }
     }
     for (std::uint32_t row = 0; row + 1 < static_cast<std::uint32_t>(view.rows); ++row) {
@@ -88,15 +89,15 @@ PanoramaMesh MakePanoramaMesh(const PanoramaView& view, int width, int height) {
         throw std::invalid_argument("this view has no grid");
     }
     const int grids = isDual ? 2 : 1;
-    const int gridHeight = height / grids;
-    if (view.columns < 4 || view.columns % 4 != 0 || view.rows < 2 || width < 2 || gridHeight < 2 ||
-        height % grids != 0) {
-        throw std::invalid_argument(
-            "the columns of a grid are a multiple of 4, and it has two rows or more");
+    if (view.columns < 4 || view.columns % 4 != 0 || view.rows < 2) {
+        throw std::invalid_argument("a grid has a multiple of 4 columns, and two rows or more");
+    }
+    if (width < 2 || height / grids < 2 || height % grids != 0) {
+        throw std::invalid_argument("the picture of a grid has two rows and columns or more");
     }
     PanoramaMesh mesh;
     for (int grid = 0; grid < grids; ++grid) {
-        AddGrid(view, width, grid * gridHeight, gridHeight, height, mesh);
+        AddGrid(view, width, height, grids, grid, mesh);
     }
     mesh.lensPoints = LensPoints(view);
     return mesh;

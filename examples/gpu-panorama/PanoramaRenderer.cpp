@@ -142,7 +142,7 @@ Picture RenderPanorama(const Picture& fisheye, const PanoramaView& view, int wid
     glClear(GL_COLOR_BUFFER_BIT);
     glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.corners.size()), GL_UNSIGNED_INT,
                    nullptr);
-    const Picture picture = ReadBack(width, height);
+    Picture picture = ReadBack(width, height);
     if (glGetError() != GL_NO_ERROR) {
         throw std::runtime_error("OpenGL could not draw the panorama");
     }

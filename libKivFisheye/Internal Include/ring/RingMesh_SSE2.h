@@ -26,11 +26,13 @@ public:
     float* WriteRow(float center, float radius, float* points) const {
         const float* const rim = m_rim.data();
         const unsigned long long count = m_rim.count();
-        for (unsigned long long j = 0; j < count; j += 2 * sse4Floats::kLanes) {
-            for (const unsigned long long k : {j, j + sse4Floats::kLanes}) {
-                const sse4Floats offset = sse4Floats(radius) * sse4Floats::Load(rim + k);
-                (sse4Floats(center) + offset).Store(points + k);
-            }
+        const auto writeTwoPoints = [&](unsigned long long j) {
+            const sse4Floats offset = sse4Floats(radius) * sse4Floats::Load(rim + j);
+            (sse4Floats(center) + offset).Store(points + j);
+        };
+        for (unsigned long long j = 0; j < count; j += 8) {
+            writeTwoPoints(j);
+            writeTwoPoints(j + 4);
         }
         return points + count;
     }
