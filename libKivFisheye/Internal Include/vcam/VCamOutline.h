@@ -42,8 +42,8 @@ struct OutlineScale {
 
 namespace FisheyeVCamAlgoNS {
 
-/// Fills `coordinates` with the outline of a virtual camera's view on the fisheye frame, in
-/// fractions of it around (0.5, 0.5) or, with `centerAtOrigin`, around (0, 0). A quarter of
+/// Traces on the fisheye frame what a virtual camera shows. Points are in fractions of the frame
+/// around (0.5, 0.5) or, with `centerAtOrigin`, around (0, 0). A quarter of
 /// the points lies along each edge of the view: the left one from its top, then bottom, right and
 /// top. What the view shows beyond the rim of the lens is drawn along the rim. A ray along the lens
 /// axis gives NaN.
