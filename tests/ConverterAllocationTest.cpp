@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "support/EachFailure.h"
 #include "support/FailingAllocations.h"
 #include "support/PanoramaCamera.h"
 
@@ -20,24 +21,10 @@ protected:
 
 TYPED_TEST_SUITE(ConverterInExhaustedMemory, Panoramas);
 
-/// Lets each request of `action` fail, after which nothing may be left behind. Gives the number of
-/// failures.
-template <class Action>
-int FailuresOf(Action action) {
-    int failures = 0;
-    FailEachRequestOf([&](AllocationWatch& watch, int number) {
-        watch.FailRequest(number);
-        const bool failed = ThrowsBadAlloc(action);
-        EXPECT_EQ(failed, watch.HasFailed());
-        EXPECT_EQ(watch.BlocksTaken(), 0);
-        failures += failed ? 1 : 0;
-    });
-    return failures;
-}
-
 TYPED_TEST(ConverterInExhaustedMemory, IsNotMadeAndLeavesNothingBehind) {
-    EXPECT_GE(FailuresOf([] { const typename TypeParam::Converter converter; }), 1);
-    EXPECT_GE(FailuresOf([] { const typename TypeParam::DirectConverter converter; }), 1);
+    EXPECT_GE(ExpectEachFailureThrows([] { const typename TypeParam::Converter converter; }), 1);
+    EXPECT_GE(ExpectEachFailureThrows([] { const typename TypeParam::DirectConverter converter; }),
+              1);
 }
 
 TYPED_TEST(ConverterInExhaustedMemory, ADirectConversionLeavesNothingBehind) {
@@ -49,7 +36,7 @@ TYPED_TEST(ConverterInExhaustedMemory, ADirectConversionLeavesNothingBehind) {
     convert();
     const std::vector<unsigned char> picture = this->output.bytes;
     this->output.Fill(kUntouched);
-    EXPECT_GE(FailuresOf(convert), 1);
+    EXPECT_GE(ExpectEachFailureThrows(convert), 1);
     EXPECT_EQ(this->output.bytes, picture) << "the last attempt had the memory that it needs";
 }
 
