@@ -6,6 +6,7 @@
 #include <string>
 
 #include "DownwardFisheyeOpenGLAlgo.h"
+#include "DownwardFisheyeOpenGLAlgo_C.h"
 #include "FisheyeAlgoCommon_C.h"
 #include "FisheyeVCamAlgo_C.h"
 #include "FrameTimer.h"
@@ -13,8 +14,10 @@
 #include "FrontwardFisheyeOpenGLAlgo_C.h"
 #include "MemoryUtils.h"
 #include "PanoramaOutlines.h"
+#include "ring/RingMesh.h"
 #include "vcam/VCamMounts.h"
 #if defined(__x86_64__)
+#include "DownwardFisheyeOpenGLAlgo_SSE2.h"
 #include "FisheyeAlgoCommon_SSE2.h"
 #include "FisheyeVCamAlgo_SSE2.h"
 #include "FrontwardFisheyeOpenGLAlgo_SSE2.h"
@@ -84,15 +87,11 @@ Fill VCamOutline(vcam::OutlineFunction& kernel) {
     };
 }
 
-using MeshKernel = void(int, int, float, bool, float*);
-
-Fill Mesh(MeshKernel& kernel, float shape) {
+Fill Mesh(ring::MeshFunction& kernel, float shape) {
     return [&kernel, shape](float* points) { kernel(kColumns, kRows, shape, false, points); };
 }
 
-using DualMeshKernel = void(int, int, int, float, bool, float*);
-
-Fill DualMesh(DualMeshKernel& kernel) {
+Fill DualMesh(ring::DualMeshFunction& kernel) {
     return [&kernel](float* points) {
         kernel(kColumns, kRows / 2, kRows / 2, kInnerRadiusRatio, false, points);
     };

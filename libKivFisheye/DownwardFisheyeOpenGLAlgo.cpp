@@ -29,30 +29,6 @@ struct CDispatcher {
 
 #include "ring/RingMesh.inl"
 
-void C::CalculateDualPanoramaROICoordinate(float radiusX, float radiusY, float innerRadiusRatio,
-                                           bool centerAtOrigin, float panDegrees,
-                                           float* firstCoordinates, int firstCount,
-                                           float* secondCoordinates, int secondCount,
-                                           CoordinateOrientationType orientation) {
-    ring::FillBothHalves<calculate_outer_inner_ellipse_coordinate<CoordinateOrientationWindows>,
-                         calculate_outer_inner_ellipse_coordinate<CoordinateOrientationTexture>>(
-        radiusX, radiusY, innerRadiusRatio, centerAtOrigin, panDegrees, firstCoordinates,
-        firstCount, secondCoordinates, secondCount, orientation);
-}
-
-#if defined(__x86_64__)
-void SSE2::CalculateDualPanoramaROICoordinate(float radiusX, float radiusY, float innerRadiusRatio,
-                                              bool centerAtOrigin, float panDegrees,
-                                              float* firstCoordinates, int firstCount,
-                                              float* secondCoordinates, int secondCount,
-                                              CoordinateOrientationType orientation) {
-    ring::FillBothHalves<calculate_outer_inner_ellipse_coordinate<CoordinateOrientationWindows>,
-                         calculate_outer_inner_ellipse_coordinate<CoordinateOrientationTexture>>(
-        radiusX, radiusY, innerRadiusRatio, centerAtOrigin, panDegrees, firstCoordinates,
-        firstCount, secondCoordinates, secondCount, orientation);
-}
-#endif
-
 // clang-format off
 DualOutlineFunction& CDispatcher::_calculate_dual_panorama_roi_coordinate_dispatch = FirstCallOf<_calculate_dual_panorama_roi_coordinate_impl, Sse2OrC, KernelIn<Form::C, C::CalculateDualPanoramaROICoordinate>, KernelIn<Form::SSE2, SSE2::CalculateDualPanoramaROICoordinate>>;
 KernelPointer<DualOutlineFunction> CDispatcher::_calculate_dual_panorama_roi_coordinate_impl(_calculate_dual_panorama_roi_coordinate_dispatch);
@@ -62,7 +38,7 @@ void CalculatePanoramaBoundaryCoordinate(float radiusX, float radiusY, float inn
                                          bool centerAtOrigin, float* innerCoordinates,
                                          int innerCount, float* outerCoordinates, int outerCount,
                                          CoordinateOrientationType orientation) {
-    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    const float center = CenterOf(centerAtOrigin);
     CalculateEllipseCoordinate(center, center, radiusX * innerRadiusRatio,
                                radiusY * innerRadiusRatio, innerCoordinates, innerCount,
                                orientation);

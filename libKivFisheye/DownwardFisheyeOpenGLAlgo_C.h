@@ -28,6 +28,10 @@ void calculate_outer_inner_ellipse_coordinate(float center, float outerRadiusX, 
     }
 }
 
+inline constexpr auto& CalculateDualPanoramaROICoordinate =
+    ring::FillBothHalves<calculate_outer_inner_ellipse_coordinate<CoordinateOrientationWindows>,
+                         calculate_outer_inner_ellipse_coordinate<CoordinateOrientationTexture>>;
+
 }  // namespace DownwardFisheyeAlgoNS::C
 
 #endif

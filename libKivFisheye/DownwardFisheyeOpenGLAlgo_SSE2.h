@@ -8,9 +8,9 @@
 #include "ring/HalfRing.h"
 #include "sse/sseUtil.h"
 
-/// Half rings in four lanes. The inner arc is walked from its far end, so that both arcs are written
-/// forwards. Arcs are whole groups of four points: a count is a multiple of 8, or up to 3 points are
-/// written past the end of each arc.
+/// Half rings in four lanes. The inner arc is walked from its far end, so that both arcs are
+/// written forwards. Arcs are whole groups of four points: a count is a multiple of 8, or up to 3
+/// points are written past the end of each arc.
 namespace DownwardFisheyeAlgoNS::SSE2 {
 
 template <CoordinateOrientationType orientation>
@@ -39,6 +39,10 @@ void calculate_outer_inner_ellipse_coordinate(float center, float outerRadiusX, 
         inner.Advance();
     }
 }
+
+inline constexpr auto& CalculateDualPanoramaROICoordinate =
+    ring::FillBothHalves<calculate_outer_inner_ellipse_coordinate<CoordinateOrientationWindows>,
+                         calculate_outer_inner_ellipse_coordinate<CoordinateOrientationTexture>>;
 
 }  // namespace DownwardFisheyeAlgoNS::SSE2
 

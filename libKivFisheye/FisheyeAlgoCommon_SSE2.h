@@ -1,6 +1,7 @@
 #ifndef KIVFISHEYE_FISHEYE_ALGO_COMMON_SSE2_H
 #define KIVFISHEYE_FISHEYE_ALGO_COMMON_SSE2_H
 
+#include <algorithm>
 #include <cstddef>
 
 #include "Degrees.h"
@@ -43,13 +44,13 @@ struct CSinAndCosThetaTable {
             sseCos(theta.angles).Store(cosTable + i);
             theta.Advance();
         }
-        float sines[kLanes];
-        float cosines[kLanes];
-        sseSin(theta.angles).Store(sines);
-        sseCos(theta.angles).Store(cosines);
-        for (unsigned long i = whole; i < count; ++i) {
-            sinTable[i] = sines[i - whole];
-            cosTable[i] = cosines[i - whole];
+        if (whole < count) {
+            float sines[kLanes];
+            float cosines[kLanes];
+            sseSin(theta.angles).Store(sines);
+            sseCos(theta.angles).Store(cosines);
+            std::copy_n(sines, count - whole, sinTable + whole);
+            std::copy_n(cosines, count - whole, cosTable + whole);
         }
     }
 };

@@ -146,16 +146,14 @@ void GetTableVCamCameraSettings(float pan, float tilt, float zoom, bool zoomingO
 }
 
 float CvtFieldOfViewToZoom(float, float, float fieldOfView) {
-    constexpr float kPi = 3.14159274F;
-    constexpr float kHalfPi = 1.57079637F;
     constexpr float kZoomPerRadian =
         -0x1.6EB166p+2F;  // near -18 / pi; clients rely on the last bit
-    const float angle = fieldOfView < kPi ? fieldOfView : kPi;
-    if (angle < kHalfPi) {
-        const float zoom = (angle + -kHalfPi) * kZoomPerRadian + 2.0F;
+    const float angle = fieldOfView < kHalfTurn ? fieldOfView : kHalfTurn;
+    if (angle < kQuarterTurn) {
+        const float zoom = (angle + -kQuarterTurn) * kZoomPerRadian + 2.0F;
         return zoom < 10.0F ? zoom : 10.0F;
     }
-    const float zoom = (angle + -kPi) / -kHalfPi + 1.0F;
+    const float zoom = (angle + -kHalfTurn) / -kQuarterTurn + 1.0F;
     return zoom < 1.0F ? 1.0F : zoom;
 }
 
@@ -181,7 +179,7 @@ void CalculateVCamROICoordinate(float radiusX, float radiusY, float eyeZ, float 
                                 float aspect, float nearPlane, const float (&matrix)[16],
                                 bool centerAtOrigin, float* coordinates, int count,
                                 CoordinateOrientationType orientation) {
-    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    const float center = CenterOf(centerAtOrigin);
     switch (orientation) {
         case CoordinateOrientationWindows:
             CalculateVCamROICoordinateImpl::_windows_impl(center, center, radiusX, radiusY, eyeZ,

@@ -50,8 +50,8 @@ struct AxisAngle {
 class Lens {
 public:
     explicit Lens(const vcam::VCamJob& job)
-        : m_scale((job.eyeZ + 1.0F) * vcam::kRadiusPerRadian),
-          m_maxAngle(1.5707964F / (job.eyeZ + 1.0F)),
+        : m_scale((job.eyeZ + 1.0F) * kRadiusPerRadian),
+          m_maxAngle(kQuarterTurn / (job.eyeZ + 1.0F)),
           m_diameterX(job.radiusX + job.radiusX),
           m_diameterY(job.radiusY + job.radiusY) {}
 
@@ -153,10 +153,10 @@ void CalculateVCamROICoordinate(float centerX, float centerY, float radiusX, flo
     const vcam::ViewEdges view({fieldOfView, aspect, nearPlane}, n);
     const OutlineLens<orientation> lens{centerX, centerY, {radiusX, radiusY, eyeZ}};
     const float z = RayDepth(eyeZ, nearPlane);
-    float* const left = coordinates;
-    float* const bottom = left + std::ptrdiff_t{2} * n;
-    float* const right = bottom + std::ptrdiff_t{2} * n;
-    float* const top = right + std::ptrdiff_t{2} * n;
+    float* const left = SideOf(coordinates, n, 0);
+    float* const bottom = SideOf(coordinates, n, 1);
+    float* const right = SideOf(coordinates, n, 2);
+    float* const top = SideOf(coordinates, n, 3);
     float leftY = view.top;
     float bottomX = -view.right;
     float rightY = -view.top;

@@ -86,13 +86,11 @@ void CalculateVCamROICoordinate(float centerX, float centerY, float radiusX, flo
                          {matrix, bottomLeft, rightward, 1.0F},
                          {matrix, bottomRight, down, -1.0F},
                          {matrix, topRight, rightward, -1.0F}};
-    float* edgePoints = coordinates;
-    for (EdgeRays& rays : edges) {
+    for (int edge = 0; edge < 4; ++edge) {
         for (std::ptrdiff_t i = 0; i < n; i += sse4Floats::kLanes) {
-            lens.StorePoints(rays, edgePoints + 2 * i);
-            rays.Advance();
+            lens.StorePoints(edges[edge], SideOf(coordinates, n, edge) + 2 * i);
+            edges[edge].Advance();
         }
-        edgePoints += std::ptrdiff_t{2} * n;
     }
 }
 

@@ -54,11 +54,11 @@ template <class Products>
 class WallWalk {
 public:
     explicit WallWalk(const wall::WallJob& job)
-        : m_longitudes({-wall::kQuarterTurn, wall::kQuarterTurn}, job.dstWidth),
+        : m_longitudes({-kQuarterTurn, kQuarterTurn}, job.dstWidth),
           m_latitude(AngleOf(-HalfAngle(job))),
           m_latitudeStep(AngleOf(StepOf({-HalfAngle(job), HalfAngle(job)}, job.dstHeight))),
-          m_kx(job.radiusX * wall::kQuarterTurnsPerRadian),
-          m_ky(job.radiusY * wall::kQuarterTurnsPerRadian) {}
+          m_kx(job.radiusX * kQuarterTurnsPerRadian),
+          m_ky(job.radiusY * kQuarterTurnsPerRadian) {}
 
     /// Calls `visit(column, u, v)`, v upward, for each of the first `columns` columns whose point
     /// lies in the source frame, its edges included. The lens axis itself has no direction in the

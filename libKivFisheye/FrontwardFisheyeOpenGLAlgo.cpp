@@ -60,7 +60,7 @@ void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAng
 void CalculatePanoramaBoundaryCoordinate(float radiusX, float radiusY, float wallViewAngle,
                                          bool centerAtOrigin, float* points, int count,
                                          CoordinateOrientationType orientation) {
-    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    const float center = CenterOf(centerAtOrigin);
     switch (orientation) {
         case CoordinateOrientationWindows:
             CDispatcher::_calculate_panorama_boundary_windows_coordinate_impl(

@@ -18,17 +18,17 @@ namespace FrontwardFisheyeAlgoNS::C {
 /// has no direction in the image plane, and is NaN.
 inline void FillTextureCoordinates(int width, int height, float wallViewAngle, bool centerAtOrigin,
                                    float* coordinates) {
-    const ColumnAngles longitudes({-wall::kQuarterTurn, wall::kQuarterTurn}, width);
+    const ColumnAngles longitudes({-kQuarterTurn, kQuarterTurn}, width);
     const float* const sines = longitudes.Sines();
     const float* const cosines = longitudes.Cosines();
-    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    const float center = CenterOf(centerAtOrigin);
     const float halfAngle = wallViewAngle * kDegreesToRadians;
     auto latitude = AngleOf(-halfAngle);
     const auto step = AngleOf(StepOf({-halfAngle, halfAngle}, height));
     for (int row = 0; row < height; ++row) {
         for (int i = 0; i < width; ++i) {
             const wall::Direction direction(cosines[i], sines[i], latitude.cosine, latitude.sine);
-            const float k = direction.alpha / direction.r * wall::kRadiusPerRadian;
+            const float k = direction.alpha / direction.r * kRadiusPerRadian;
             *coordinates++ = center + direction.x * k;
             *coordinates++ = center + direction.y * k;
         }
@@ -56,8 +56,8 @@ struct map_sphere_theta_phi_to_ellipse_uv_coordinate {
     float scaleY;
 };
 
-/// Calls `visit(sine and cosine, point)` for `count` angles from `start` on. The one at `end` begins
-/// the next side, and is left to it.
+/// Calls `visit(sine and cosine, point)` for `count` angles from `start` on. The one at `end`
+/// begins the next side, and is left to it.
 template <class Visit>
 void VisitSide(int count, float* points, float start, float end, Visit&& visit) {
     const float step = (end - start) / static_cast<float>(count);
@@ -96,17 +96,16 @@ void CalculatePanoramaBoundaryCoordinate(float centerX, float centerY, float rad
         return;
     }
     const map_sphere_theta_phi_to_ellipse_uv_coordinate<orientation> transform{
-        centerX, centerY, radiusX * wall::kQuarterTurnsPerRadian,
-        radiusY * wall::kQuarterTurnsPerRadian};
-    constexpr float kQuarter = wall::kQuarterTurn;
+        centerX, centerY, radiusX * kQuarterTurnsPerRadian, radiusY * kQuarterTurnsPerRadian};
     const float halfAngle = wallViewAngle * kDegreesToRadians;
-    float* const second = points + std::ptrdiff_t{2} * n;
-    float* const third = second + std::ptrdiff_t{2} * n;
-    float* const fourth = third + std::ptrdiff_t{2} * n;
-    transform_vertical_segment(n, transform, points, -kQuarter, -halfAngle, halfAngle);
-    transform_horizontal_segment(n, transform, second, -kQuarter, kQuarter, halfAngle);
-    transform_vertical_segment(n, transform, third, kQuarter, halfAngle, -halfAngle);
-    transform_horizontal_segment(n, transform, fourth, kQuarter, -kQuarter, -halfAngle);
+    transform_vertical_segment(n, transform, SideOf(points, n, 0), -kQuarterTurn, -halfAngle,
+                               halfAngle);
+    transform_horizontal_segment(n, transform, SideOf(points, n, 1), -kQuarterTurn, kQuarterTurn,
+                                 halfAngle);
+    transform_vertical_segment(n, transform, SideOf(points, n, 2), kQuarterTurn, halfAngle,
+                               -halfAngle);
+    transform_horizontal_segment(n, transform, SideOf(points, n, 3), kQuarterTurn, -kQuarterTurn,
+                                 -halfAngle);
 }
 
 }  // namespace FrontwardFisheyeAlgoNS::C

@@ -21,11 +21,11 @@ using sse::sse4Floats;
 /// Rows are rounded up to whole groups of four columns, whose last ones repeat the grid's last one.
 inline void FillTextureCoordinates(int width, int height, float wallViewAngle, bool centerAtOrigin,
                                    float* coordinates) {
-    const sse4Floats scale(wall::kRadiusPerRadian);
-    const ColumnAngleLanes longitudes({-wall::kQuarterTurn, wall::kQuarterTurn}, width);
+    const sse4Floats scale(kRadiusPerRadian);
+    const ColumnAngleLanes longitudes({-kQuarterTurn, kQuarterTurn}, width);
     const float* const sines = longitudes.Sines();
     const float* const cosines = longitudes.Cosines();
-    const sse4Floats center(centerAtOrigin ? 0.0F : 0.5F);
+    const sse4Floats center(CenterOf(centerAtOrigin));
     const float halfAngle = wallViewAngle * kDegreesToRadians;
     auto latitude = AngleOf(-halfAngle);
     const auto step = AngleOf(StepOf({-halfAngle, halfAngle}, height));
@@ -75,12 +75,12 @@ void CalculatePanoramaBoundaryCoordinate(float centerX, float centerY, float rad
         return;
     }
     const OppositePoints<orientation> opposite{sse4Floats(centerX), sse4Floats(centerY),
-                                               sse4Floats(radiusX * wall::kQuarterTurnsPerRadian),
-                                               sse4Floats(radiusY * wall::kQuarterTurnsPerRadian)};
-    float* const left = points;
-    float* const second = left + 2 * n;
-    float* const right = second + 2 * n;
-    float* const fourth = right + 2 * n;
+                                               sse4Floats(radiusX * kQuarterTurnsPerRadian),
+                                               sse4Floats(radiusY * kQuarterTurnsPerRadian)};
+    float* const left = SideOf(points, n, 0);
+    float* const second = SideOf(points, n, 1);
+    float* const right = SideOf(points, n, 2);
+    float* const fourth = SideOf(points, n, 3);
     const float halfAngle = wallViewAngle * kDegreesToRadians;
 
     ::SSE2::SteppedAngles phi(-halfAngle, (halfAngle + halfAngle) / static_cast<float>(n));
@@ -91,7 +91,7 @@ void CalculatePanoramaBoundaryCoordinate(float centerX, float centerY, float rad
         phi.Advance();
     }
 
-    ::SSE2::SteppedAngles theta(-wall::kQuarterTurn, kHalfTurn / static_cast<float>(n));
+    ::SSE2::SteppedAngles theta(-kQuarterTurn, kHalfTurn / static_cast<float>(n));
     const auto latitude = AngleOf(halfAngle);
     for (std::ptrdiff_t i = 0; i < n; i += sse4Floats::kLanes) {
         opposite.Store(

@@ -1,8 +1,8 @@
 #ifndef KIVFISHEYE_LIB_H
 #define KIVFISHEYE_LIB_H
 
-/// The surface of libKivFisheye: the value types, the three interfaces of a camera context, and the
-/// six functions that make and reach one.
+/// The surface of libKivFisheye: the three interfaces of a camera context, and the six functions
+/// that make and reach one.
 ///
 /// A client makes a context, tells it the mount and the view, hands over an input and an output
 /// frame, and calls `IKivFisheyeCamera::Process` for every picture. Here a panorama:
@@ -24,101 +24,11 @@
 ///     camera->SetAbsolutePTZ(pan, tilt, zoom);
 ///     camera->Process(0);
 ///
-/// The value types stand in the namespace `KivFisheyeLib`. This header needs C++11 and the standard
-/// library alone.
-
-#include <cstdint>
+/// `KivFisheyeTypes.h` has the values that go in and come out. Both headers need C++11 and the
+/// standard library alone.
 
 #include "KivFisheyeExport.h"
-
-namespace KivFisheyeLib {
-
-/// How the pixels of both frames are stored. Pixels are opaque bytes that are copied unchanged, so
-/// "RGB" stands for any order of channels. The camera accepts the two formats whose rows run from
-/// the top; the bottom-up ones are named for bitmap headers alone.
-enum PixelFormat : std::uint32_t {
-    PixelFormatBottomUpRGB24 = 0,
-    PixelFormatRGB24 = 1,
-    PixelFormatBottomUpRGB32 = 2,
-    PixelFormatRGB32 = 3
-};
-
-/// Where the camera hangs, and so which way its lens looks: ahead, down, or up.
-enum MountType : std::uint32_t { MountTypeWall = 0, MountTypeCeiling = 1, MountTypeTable = 2 };
-
-/// What the output shows: a flat view that pans, tilts and zooms, two half panoramas one above the
-/// other, or the whole panorama. A wall camera has no dual panorama.
-enum ViewType : std::uint32_t {
-    ViewTypeVCam = 0,
-    ViewTypeDualPanorama = 1,
-    ViewTypeFullPanorama = 2
-};
-
-/// One frame in the client's memory.
-///
-/// `stride` must be exact: the 3 or 4 bytes of each pixel of a row, and after them as many bytes of
-/// padding as lead to the next multiple of 4. `buffer` is the first pixel of the top row and leads
-/// to `stride` times `height` bytes. The library keeps the address and never frees it: the memory
-/// must stay until another record takes the record's place or the context is deleted. It is read or
-/// written in `Process`, and when a change of mount or view converts a frame at once.
-struct VideoFrameInfo {
-    std::uint32_t width;   ///< pixels in a row
-    std::uint32_t height;  ///< rows
-    std::uint32_t stride;  ///< bytes from one row to the next
-    unsigned char* buffer;
-};
-
-/// The lens image inside the input frame. It is an ellipse around the frame's centre, whose
-/// semi-axes are fractions of the frame's sides: a round lens that is as high as its frame has a
-/// `radiusY` of 0.5 and a `radiusX` of 0.5 * height / width.
-struct DewarpParams {
-    /// Horizontal semi-axis as a fraction of the frame's width, 0 to 1.
-    float radiusX;
-    /// Vertical semi-axis as a fraction of the frame's height, 0 to 1.
-    float radiusY;
-    /// Reach of a wall panorama above and below the horizon, 10 to 90 degrees.
-    float wallViewAngle;
-    /// Part of the radius left out around the centre by ceiling and table panoramas, 0 to 0.8.
-    float innerRadiusRatio;
-};
-
-/// What a snapshot's block of memory begins with: the fields of a bitmap's header, some of them
-/// wider. The pixels follow it at once. Their rows are `width` pixels of 3 or 4 bytes, rounded up to
-/// a multiple of 4 bytes.
-struct SnapshotHeader {
-    std::uint32_t size;      ///< of this header: 64
-    std::uint32_t reserved;  ///< 0
-    std::int64_t width;      ///< pixels in a row
-    std::int64_t height;     ///< rows, negative as they run from the top
-    std::uint16_t planes;    ///< 1
-    std::uint16_t bitsPerPixel;
-    std::uint32_t compression;          ///< 0
-    std::uint32_t imageSize;            ///< bytes of all rows
-    std::uint32_t reservedToo;          ///< 0
-    std::int64_t horizontalResolution;  ///< 0
-    std::int64_t verticalResolution;    ///< 0
-    std::uint32_t colorsUsed;           ///< 0
-    std::uint32_t colorsImportant;      ///< 0
-};
-
-}  // namespace KivFisheyeLib
-
-/// The answer of every operation. Failures are positive numbers too, so compare with `kResultOk`
-/// and never test for below zero.
-using ResultCode = std::int64_t;
-
-/// Done.
-const ResultCode kResultOk = 0;
-/// Nothing had to be done, which is no failure; and what `IsPixelFormatAccepted` says for no.
-const ResultCode kResultNoChange = 1;
-/// The context lacks something that the operation needs, such as a scene or a size.
-const ResultCode kResultNotReady = 0x80000001LL;
-/// An argument is out of its range, or a pointer to a result is null.
-const ResultCode kResultInvalidArgument = 0x80000003LL;
-/// A frame's buffer, or a pointer to a result of `GetPTZ` or `Snapshot`, is null.
-const ResultCode kResultNullPointer = 0x80000004LL;
-/// Memory could not be had.
-const ResultCode kResultOutOfMemory = 0x80000005LL;
+#include "KivFisheyeTypes.h"
 
 /// One camera: frames, mount, view, angles, lens, and the conversion itself.
 ///
@@ -128,9 +38,9 @@ const ResultCode kResultOutOfMemory = 0x80000005LL;
 ///
 /// Setters of frames, mount, view and lens may allocate tables. When memory runs out, and when a
 /// panorama's frames are beyond what 32-bit offsets reach, they throw `std::bad_alloc` with the new
-/// values stored and the context usable. A panorama's `Process` then
-/// writes nothing, or answers `kResultNotReady` where a scene could not be made, until another of
-/// these setters succeeds. For that one it does not matter whether it changes anything.
+/// values stored and the context usable. A panorama's `Process` then writes nothing, or answers
+/// `kResultNotReady` where a scene could not be made, until another of these setters succeeds. For
+/// that one it does not matter whether it changes anything.
 class IKivFisheyeCamera {
 public:
     virtual ~IKivFisheyeCamera() = default;
@@ -271,7 +181,7 @@ public:
     /// set. `kResultOutOfMemory` with null: no memory for the block, or its size is beyond 32 bits;
     /// with a block that shows nothing: the lens has no extent, no scene serves this mount and
     /// view, or there is no memory for the picture. Throws `std::bad_alloc`, with null, when the
-    /// scene cannot be made for want of memory.
+    /// scene cannot be made, or its picture not be converted, for want of memory.
     virtual ResultCode Snapshot(unsigned char** block) = 0;
 
     /// Releases a block from `Snapshot`, of any context. `kResultNoChange`: null. No lock.
@@ -306,11 +216,11 @@ class IKivFisheyeROI {
 public:
     virtual ~IKivFisheyeROI() = default;
 
-    /// The outline of what a virtual camera shows with the present angles and zoom, in whatever view
-    /// the context is: a quarter of the `count` points, a multiple of 16, along each edge of the
-    /// view, the left one from its top, then bottom, right and top. Where the view reaches beyond
-    /// the rim of the lens, the outline follows the rim. A point exactly in the lens's centre is
-    /// NaN. `kResultNotReady`: no output set, whose shape is the view's.
+    /// The outline of what a virtual camera shows with the present angles and zoom, in whatever
+    /// view the context is: a quarter of the `count` points, a multiple of 16, along each edge of
+    /// the view, the left one from its top, then bottom, right and top. Where the view reaches
+    /// beyond the rim of the lens, the outline follows the rim. A point exactly in the lens's
+    /// centre is NaN. `kResultNotReady`: no output set, whose shape is the view's.
     virtual ResultCode GetVCamROI(float* points, int count) = 0;
 
     /// The two halves of the ring that the upper and the lower half of a dual panorama show with
@@ -324,8 +234,8 @@ public:
     /// 16, along each of its sides, from the left one's bottom on. `kResultNotReady`: not a wall.
     virtual ResultCode GetWallPanoramaROI(float* points, int count) = 0;
 
-    /// The ellipses that bound the ring of a ceiling or a table, each from its right on upward. Each
-    /// count is a multiple of 4. `kResultNotReady`: a wall.
+    /// The ellipses that bound the ring of a ceiling or a table, each from its right on upward.
+    /// Each count is a multiple of 4. `kResultNotReady`: a wall.
     virtual ResultCode GetCeilingTablePanoramaROI(float* inner, int innerCount, float* outer,
                                                   int outerCount) = 0;
 };

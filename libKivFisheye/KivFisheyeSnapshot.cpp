@@ -31,11 +31,7 @@ using AlignedBytes = std::unique_ptr<unsigned char, FreeAligned>;
 
 /// All bytes 0; null when there is no memory.
 Block MakeBlock(std::uint32_t size) {
-    auto* const memory = static_cast<unsigned char*>(std::malloc(size));
-    if (memory != nullptr) {
-        std::memset(memory, 0, size);
-    }
-    return Block(memory);
+    return Block(static_cast<unsigned char*>(std::calloc(size, 1)));
 }
 
 AlignedBytes MakeAlignedBytes(std::uint32_t size) {

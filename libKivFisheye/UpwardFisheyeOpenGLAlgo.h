@@ -17,11 +17,11 @@
 /// edge of the ring to the rim, and columns in angle, from the right of the lens by way of its top
 /// back to the right. The first and the last column are the same place, so that the seam is closed.
 ///
-/// `coordinates` is the caller's, at a multiple of 16 bytes, and has room for two floats for every
-/// column, the number of columns rounded up to a multiple of 4, of every row. Pass such a multiple:
-/// with other numbers the vector form pads each row to it, and the scalar one does not. Sizes below
-/// 1 write nothing. All functions may run on any thread at any time, and throw `std::bad_alloc`
-/// when memory runs out.
+/// `coordinates` is the caller's, lies at a multiple of 16 bytes, and has room for two floats for
+/// each vertex, rows counted as if their columns were rounded up to a multiple of 4. Pass such a
+/// multiple: with others the vector form pads each row to it, and the scalar one does not. Sizes
+/// below 1 write nothing. All functions may run on any thread at any time, and throw
+/// `std::bad_alloc` when memory runs out.
 namespace UpwardFisheyeAlgoNS {
 
 /// Fills the grid of a full panorama.

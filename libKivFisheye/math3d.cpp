@@ -154,8 +154,8 @@ void Transform(float (&out)[4], const float* m, const float (&v)[4]) {
     }
 }
 
-/// Fills `clip` with a point before the eye's cube, divided by its distance unless that is next to
-/// nothing, and gives its place along one side of the viewport.
+/// Fills `clip` with a point in the cube before the eye, divided by its distance unless that is
+/// next to nothing.
 void ProjectToCube(float (&clip)[4], const float* modelView, const float* projection,
                    const float* point) {
     constexpr float kNearestDivisor = 1e-6F;

@@ -9,8 +9,8 @@
 /// Vectors are arrays of three values, planes of four: a normal and the distance that is added to
 /// its product with a point. Matrices are arrays of 9 or 16 values, column after column, as OpenGL
 /// has them; of a 4 by 4 matrix the last four are the translation and a 1. Angles are radians.
-/// Results go where the first pointer leads, which must be none of the arguments' places. Nothing is
-/// checked or reported: a division by zero gives infinity or NaN. All functions may run on any
+/// Results go where the first pointer leads, which must be none of the arguments' places. Nothing
+/// is checked or reported: a division by zero gives infinity or NaN. All functions may run on any
 /// thread.
 
 /// The identity.

@@ -5,7 +5,11 @@
 #include <random>
 #include <vector>
 
+#include "DownwardFisheyeOpenGLAlgo_C.h"
 #include "PanoramaOutlines.h"
+#if defined(__x86_64__)
+#include "DownwardFisheyeOpenGLAlgo_SSE2.h"
+#endif
 #include "support/FloatList.h"
 #include "support/OutlineModel.h"
 

@@ -102,6 +102,18 @@ CLI::Validator FileName(const std::string& role) {
     return {check, ""};
 }
 
+void AddPictureInput(CLI::App* command, std::string* input) {
+    command
+        ->add_option("INPUT", *input,
+                     "The fisheye picture, or a video, of which the first picture counts")
+        ->required()
+        ->check(FileName("input"));
+}
+
+void AddOutput(CLI::App* command, std::string* output, const std::string& description) {
+    command->add_option("OUTPUT", *output, description)->required()->check(FileName("output"));
+}
+
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
     return command->add_option("--mount", *mount, "Where the camera hangs")
         ->check(CLI::IsMember(MountNames()));
@@ -122,9 +134,18 @@ CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& de
         ->type_name("WIDTHxHEIGHT");
 }
 
-void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
+CLI::Option* AddFormat(CLI::App* command, std::string* format) {
+    return command->add_option("--format", *format, "Pixel format inside the library")
+        ->check(CLI::IsMember({"rgb24", "rgb32"}));
+}
+
+void AddRadiusOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
     command->add_option("--radius-x", lens->radiusX, kRadiusXHelp)->check(NumberIn(0.0, 1.0));
     command->add_option("--radius-y", lens->radiusY, kRadiusYHelp)->check(NumberIn(0.0, 1.0));
+}
+
+void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
+    AddRadiusOptions(command, lens);
     command
         ->add_option("--wall-view-angle", lens->wallViewAngle,
                      "Wall panoramas alone: reach above and below the horizon, in degrees. The "
@@ -138,16 +159,52 @@ void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
         ->check(NumberIn(0.0, 0.8));
 }
 
+void AddViewedLensOptions(CLI::App* command, ViewArguments* arguments) {
+    AddLensOptions(command, &arguments->lens);
+    NoteWhenGiven(command->get_option("--wall-view-angle"), &arguments->hasWallViewAngle);
+    NoteWhenGiven(command->get_option("--inner-radius"), &arguments->hasInnerRadius);
+}
+
 void AddViewOptions(CLI::App* command, ViewArguments* arguments) {
     AddMount(command, &arguments->mount)->required();
     AddSize(command, &arguments->size,
             "Output size, the width a multiple of 8, the height of a video even; the recommended "
             "size by default, its height even for a video or a dual panorama");
-    AddLensOptions(command, &arguments->lens);
-    NoteWhenGiven(command->get_option("--wall-view-angle"), &arguments->hasWallViewAngle);
-    NoteWhenGiven(command->get_option("--inner-radius"), &arguments->hasInnerRadius);
-    command->add_option("--format", arguments->format, "Pixel format inside the library")
-        ->check(CLI::IsMember({"rgb24", "rgb32"}));
+    AddViewedLensOptions(command, arguments);
+    AddFormat(command, &arguments->format);
+}
+
+void AddZoomOptions(CLI::App* command, AngleArguments* arguments) {
+    CLI::Option* zoom = command->add_option(
+        "--zoom", arguments->zoom,
+        "Virtual camera: 1 shows all the lens sees, 2 shows 90 degrees, each step more 10 degrees "
+        "less");
+    CLI::Option* fieldOfView = command->add_option(
+        "--fov", arguments->fieldOfView,
+        "Virtual camera: the zoom, as the degrees that the view's height shows");
+    zoom->check(NumberIn(1.0, 10.0))->excludes(fieldOfView);
+    fieldOfView->check(NumberIn(10.0, 180.0));
+}
+
+void AddAngleOptions(CLI::App* command, AngleArguments* arguments) {
+    CLI::Option* pan = command->add_option(
+        "--pan", arguments->pan,
+        "Degrees. Panoramas: turn to the right, clockwise seen from above; 0 has the lens's right "
+        "at the left edge, in a ceiling camera's dual panorama the lens's left, and that of a wall "
+        "camera does not turn; a dual panorama at exactly 180 is that at 0. Virtual camera: "
+        "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
+        "bottom and runs anticlockwise, wall -90 to 90 with the right positive");
+    CLI::Option* tilt = command->add_option(
+        "--tilt", arguments->tilt,
+        "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Ceiling 0 to 90, table "
+        "-90 to 0, wall -90 to 90 with up positive; the view stays inside the lens image");
+    CLI::Option* aim = command->add_option(
+        "--aim", arguments->aim,
+        std::string("Virtual camera: the point of the input to look at, as ") + kAimedPointHelp);
+    pan->check(FiniteNumbers(1));
+    tilt->check(FiniteNumbers(1));
+    aim->check(FiniteNumbers(2))->type_name("X,Y")->excludes(pan)->excludes(tilt);
+    AddZoomOptions(command, arguments);
 }
 
 void CheckIsNoInput(const std::string& output, const std::vector<std::string>& inputs) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ViewArguments.h"
+#include "AngleArguments.h"
 
 namespace KivFisheyeTools {
 
@@ -32,10 +32,15 @@ CLI::Validator FiniteNumbers(std::size_t count);
 /// Accepts all but an empty name of a file. `role` is what it is to the command.
 CLI::Validator FileName(const std::string& role);
 
+/// Add what a command reads and writes.
+void AddPictureInput(CLI::App* command, std::string* input);
+void AddOutput(CLI::App* command, std::string* output, const std::string& description);
+
 /// Add an option that several commands have.
 CLI::Option* AddMount(CLI::App* command, std::string* mount);
 CLI::Option* AddView(CLI::App* command, std::string* view);
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description);
+CLI::Option* AddFormat(CLI::App* command, std::string* format);
 
 /// What the options of the lens's radii mean.
 constexpr const char* kRadiusXHelp =
@@ -47,11 +52,29 @@ constexpr const char* kRadiusYHelp =
     "as "
     "wide as the frame has 0.5 * width / height";
 
+/// How a point to look at is given, and what comes of it.
+constexpr const char* kAimedPointHelp =
+    "fractions of its width and height from the top left; the zoom is then 2 by default. On a wall "
+    "it is exact along the lens's two axes; towards its corners it is up to 4 degrees off halfway "
+    "to the rim, and 25 at the rim";
+
+/// Adds the options of the lens's radii.
+void AddRadiusOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens);
+
 /// Adds the options of everything that `lens` holds.
 void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens);
 
+/// Adds the same, and keeps in mind what was given.
+void AddViewedLensOptions(CLI::App* command, ViewArguments* arguments);
+
 /// Adds the options of `ViewArguments`, all but `--view`.
 void AddViewOptions(CLI::App* command, ViewArguments* arguments);
+
+/// Adds the options of a virtual camera's zoom.
+void AddZoomOptions(CLI::App* command, AngleArguments* arguments);
+
+/// Adds the options of everything that `AngleArguments` holds.
+void AddAngleOptions(CLI::App* command, AngleArguments* arguments);
 
 /// Throws `UsageError` when the output is one of the inputs.
 void CheckIsNoInput(const std::string& output, const std::vector<std::string>& inputs);

@@ -17,6 +17,8 @@ public:
     Camera() : m_context(CreateKivFisheyeCameraContext()) {}
 
     IKivFisheyeCamera* operator->() const { return GetCameraAPI(m_context.get()); }
+    IKivFisheyeROI* Outlines() const { return GetROIAPI(m_context.get()); }
+    IKivFisheyeDewarpBoundary* Boundaries() const { return GetDewarpBoundaryAPI(m_context.get()); }
 
 private:
     struct ContextDeleter {

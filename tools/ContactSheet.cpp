@@ -27,16 +27,10 @@ std::uint64_t MarginsOf(std::uint32_t columns) {
     return std::uint64_t{kMargin} * (std::uint64_t{columns} + 1);
 }
 
-void SetPixel(std::uint8_t* pixel, const Color& color) {
-    pixel[0] = static_cast<std::uint8_t>(std::lround(color.red * 255.0));
-    pixel[1] = static_cast<std::uint8_t>(std::lround(color.green * 255.0));
-    pixel[2] = static_cast<std::uint8_t>(std::lround(color.blue * 255.0));
-}
-
 void FillWithBackground(Picture* sheet) {
     for (std::uint32_t row = 0; row < sheet->height; ++row) {
         for (std::uint32_t column = 0; column < sheet->width; ++column) {
-            SetPixel(sheet->Row(row) + std::size_t{3} * column, kBackground);
+            StoreColor(kBackground, sheet->Row(row) + std::size_t{3} * column);
         }
     }
 }
@@ -55,8 +49,8 @@ void DrawCaption(const std::string& caption, std::uint32_t left, std::uint32_t t
         for (std::uint32_t column = 0; column < width; ++column) {
             const double distance = unit * text.DistanceTo((column + 0.5 - textLeft) / unit, y);
             const double coverage = std::clamp(kTextPen + 0.5 - distance, 0.0, 1.0);
-            SetPixel(sheet->Row(top + row) + std::size_t{3} * (left + column),
-                     Blended(kBackground, kText, coverage));
+            StoreColor(Blended(kBackground, kText, coverage),
+                       sheet->Row(top + row) + std::size_t{3} * (left + column));
         }
     }
 }

@@ -31,15 +31,21 @@ int Run(int argc, char** argv) {
     CLI::App app("Flattens pictures and videos of fisheye cameras.", "kivfisheye");
     app.set_version_flag("--version", "kivfisheye " KIVFISHEYE_VERSION);
     app.require_subcommand(0, 1);
+    AddAimCommand(&app);
     AddDewarpCommand(&app);
     AddInfoCommand(&app);
+    AddMeshCommand(&app);
+    AddOutlineCommand(&app);
     AddSceneCommand(&app);
     AddSheetCommand(&app);
+    AddSnapshotCommand(&app);
     AddSweepCommand(&app);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty()) {
-            throw UsageError("what to do is missing: dewarp, info, scene, sheet or sweep");
+            throw UsageError(
+                "what to do is missing: aim, dewarp, info, mesh, outline, scene, sheet, snapshot "
+                "or sweep");
         }
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {

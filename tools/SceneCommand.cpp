@@ -40,9 +40,7 @@ void AddSceneCommand(CLI::App* app) {
     CLI::App* command =
         app->add_subcommand("scene", "Render a room as a fisheye camera in it sees it");
     command->option_defaults()->always_capture_default();
-    command->add_option("OUTPUT", arguments->output, "The PNG or JPEG file to write")
-        ->required()
-        ->check(FileName("output"));
+    AddOutput(command, &arguments->output, "The PNG or JPEG file to write");
     AddMount(command, &arguments->mount);
     AddSize(command, &arguments->size, "Size of the picture");
     command->add_option("--radius-x", arguments->radiusX, kRadiusXHelp)

@@ -242,18 +242,10 @@ void AddSweepCommand(CLI::App* app) {
         "sweep",
         "Turn a virtual camera or a panorama evenly from one view of a picture to another");
     command->option_defaults()->always_capture_default();
-    command
-        ->add_option("INPUT", arguments->input,
-                     "The fisheye picture, or a video, of which the first picture counts")
-        ->required()
-        ->check(FileName("input"));
-    command
-        ->add_option(
-            "OUTPUT", arguments->output,
-            "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
-            "would stay, or an .mp4 file")
-        ->required()
-        ->check(FileName("output"));
+    AddPictureInput(command, &arguments->input);
+    AddOutput(command, &arguments->output,
+              "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
+              "would stay, or an .mp4 file");
     AddView(command, &arguments->view.view);
     command
         ->add_option("--from", arguments->from,

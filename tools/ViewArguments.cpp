@@ -46,6 +46,10 @@ void CheckLens(const ViewArguments& arguments, KivFisheyeLib::MountType mount,
 
 }  // namespace
 
+std::uint32_t BytesPerPixelOf(const ViewArguments& arguments) {
+    return arguments.format == "rgb24" ? 3 : 4;
+}
+
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens) {
     return lens.radiusX > 0.0F && lens.radiusY > 0.0F;
 }

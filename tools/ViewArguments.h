@@ -3,6 +3,7 @@
 
 #include <KivFisheyeLib.h>
 
+#include <cstdint>
 #include <string>
 
 namespace KivFisheyeTools {
@@ -21,6 +22,9 @@ struct ViewArguments {
     bool hasWallViewAngle = false;
     bool hasInnerRadius = false;
 };
+
+/// The bytes of a pixel inside the library.
+std::uint32_t BytesPerPixelOf(const ViewArguments& arguments);
 
 /// Whether the lens image is more than a line; otherwise no output size suits it.
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens);

@@ -1,7 +1,7 @@
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <map>
+#include <stdexcept>
 #include <string>
 
 #include "OffscreenContext.h"
@@ -21,10 +21,13 @@ const std::map<std::string, ViewType> kViews{{"full", ViewTypeFullPanorama},
 float RatioOf(const Picture& fisheye, const PanoramaView& view) {
     void* const context = CreateKivFisheyeCameraContext();
     float ratio = 1.0F;
-    GetCameraAPI(context)->GetRecommendOutputVideoRatio(static_cast<unsigned int>(fisheye.width),
-                                                        static_cast<unsigned int>(fisheye.height),
-                                                        view.mount, view.view, view.lens, &ratio);
+    const ResultCode result = GetCameraAPI(context)->GetRecommendOutputVideoRatio(
+        static_cast<unsigned int>(fisheye.width), static_cast<unsigned int>(fisheye.height),
+        view.mount, view.view, view.lens, &ratio);
     DeleteKivFisheyeCameraContext(context);
+    if (result != kResultOk) {
+        throw std::runtime_error("the picture is too narrow for a lens that is as high as it");
+    }
     return ratio;
 }
 

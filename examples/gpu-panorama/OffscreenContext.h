@@ -3,9 +3,9 @@
 
 #include <EGL/egl.h>
 
-/// OpenGL 3.3 without a window, current on the thread that made it: on the graphics card where there
-/// is one, and on the processor where Mesa has no other. Throws `std::runtime_error` when it cannot
-/// be had.
+/// OpenGL 3.3 without a window, current on the thread that made it: on the graphics card where
+/// there is one, and on the processor where Mesa has no other. Throws `std::runtime_error` when it
+/// cannot be had.
 class OffscreenContext {
 public:
     OffscreenContext();

@@ -17,30 +17,21 @@ std::vector<float> LensPoints(const PanoramaView& view) {
     // A vector's memory begins at a multiple of 16 bytes, as the library asks.
     std::vector<float> points(std::size_t{2} * static_cast<std::size_t>(view.columns) *
                               static_cast<std::size_t>(view.rows) * (isDual ? 2 : 1));
+    if (view.mount == MountTypeWall) {
+        FrontwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate(
+            view.columns, view.rows, view.lens.wallViewAngle, true, points.data());
+        return points;
+    }
+    const bool isCeiling = view.mount == MountTypeCeiling;
     const float inner = view.lens.innerRadiusRatio;
-    switch (view.mount) {
-        case MountTypeWall:
-            FrontwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate(
-                view.columns, view.rows, view.lens.wallViewAngle, true, points.data());
-            break;
-        case MountTypeCeiling:
-            if (isDual) {
-                DownwardFisheyeAlgoNS::CalculateDualPanoramaTextureCoordinate(
-                    view.columns, view.rows, view.rows, inner, true, points.data());
-            } else {
-                DownwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate(
-                    view.columns, view.rows, inner, true, points.data());
-            }
-            break;
-        case MountTypeTable:
-            if (isDual) {
-                UpwardFisheyeAlgoNS::CalculateDualPanoramaTextureCoordinate(
-                    view.columns, view.rows, view.rows, inner, true, points.data());
-            } else {
-                UpwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate(view.columns, view.rows,
-                                                                        inner, true, points.data());
-            }
-            break;
+    if (isDual) {
+        const auto fill = isCeiling ? DownwardFisheyeAlgoNS::CalculateDualPanoramaTextureCoordinate
+                                    : UpwardFisheyeAlgoNS::CalculateDualPanoramaTextureCoordinate;
+        fill(view.columns, view.rows, view.rows, inner, true, points.data());
+    } else {
+        const auto fill = isCeiling ? DownwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate
+                                    : UpwardFisheyeAlgoNS::CalculatePanoramaTextureCoordinate;
+        fill(view.columns, view.rows, inner, true, points.data());
     }
     return points;
 }

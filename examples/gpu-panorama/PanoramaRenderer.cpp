@@ -97,7 +97,8 @@ void UseMesh(const Names& names, const PanoramaMesh& mesh) {
     Fill(GL_ELEMENT_ARRAY_BUFFER, names.buffers[2], mesh.corners);
 }
 
-/// Picture rows run from the top, so a texture's second coordinate runs downward, as the mesh's does.
+/// Picture rows run from the top, so a texture's second coordinate runs downward, as the mesh's
+/// does.
 void MakeTexture(GLuint texture, int width, int height, const unsigned char* pixels) {
     glBindTexture(GL_TEXTURE_2D, texture);
     glPixelStorei(GL_UNPACK_ALIGNMENT, 1);

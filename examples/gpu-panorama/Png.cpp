@@ -7,16 +7,18 @@
 
 namespace {
 
-png_image NewImage() {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    return image;
-}
+/// Gives back what libpng keeps between the calls, also when memory runs out on the way.
+struct Image : png_image {
+    Image() : png_image{} { version = PNG_IMAGE_VERSION; }
+    ~Image() { png_image_free(this); }
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+};
 
 }  // namespace
 
 Picture ReadPng(const std::string& path) {
-    png_image image = NewImage();
+    Image image;
     if (png_image_begin_read_from_file(&image, path.c_str()) == 0) {
         throw std::runtime_error("cannot read " + path + ": " + image.message);
     }
@@ -30,7 +32,7 @@ Picture ReadPng(const std::string& path) {
 }
 
 void WritePng(const std::string& path, const Picture& picture) {
-    png_image image = NewImage();
+    Image image;
     image.width = static_cast<png_uint_32>(picture.width);
     image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGB;

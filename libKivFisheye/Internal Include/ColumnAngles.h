@@ -2,9 +2,10 @@
 #define KIVFISHEYE_COLUMN_ANGLES_H
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <memory>
+
+#include "RunningAngle.h"
 
 /// A value at the first and at the last of evenly spaced rows or columns.
 struct Span {
@@ -30,9 +31,9 @@ public:
         float* const cosines = m_cosines.get();
         float theta = angles.first;
         for (int x = 0; x < columns; ++x) {
-            const double wideTheta = theta;
-            sines[x] = static_cast<float>(std::sin(wideTheta));
-            cosines[x] = static_cast<float>(std::cos(wideTheta));
+            const auto angle = AngleOf(theta);
+            sines[x] = angle.sine;
+            cosines[x] = angle.cosine;
             theta += step;
         }
     }

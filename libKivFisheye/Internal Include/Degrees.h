@@ -6,8 +6,14 @@
 constexpr float kDegreesToRadians = 0.0174532924F;
 
 /// In radians.
+constexpr float kQuarterTurn = 1.57079637F;
 constexpr float kHalfTurn = 3.14159274F;
 constexpr float kFullTurn = 6.28318548F;
+
+/// An equidistant lens whose rim, a quarter turn off its axis, has the radius 0.5.
+constexpr float kRadiusPerRadian = 0.31830987F;
+/// The same lens, with a rim at 1.
+constexpr float kQuarterTurnsPerRadian = 0.63661975F;
 
 /// The same direction from 0 up to 360. A tiny negative angle rounds to 360 itself; NaN and
 /// infinity give NaN.

@@ -4,8 +4,8 @@
 #include "FisheyeAlgoCommon.h"
 
 // Where panoramas lie on the fisheye frame. Points are in fractions of the frame, around (0.5, 0.5)
-// or, with `centerAtOrigin`, around (0, 0); `radiusX` and `radiusY` are the lens ellipse. The caller
-// owns all lists. Any thread may call at any time.
+// or, with `centerAtOrigin`, around (0, 0); `radiusX` and `radiusY` are the lens ellipse. The
+// caller owns all lists; another orientation leaves them alone. Any thread may call at any time.
 
 /// The ring of a ceiling or a table camera.
 namespace DownwardFisheyeAlgoNS {
@@ -25,15 +25,6 @@ using DualOutlineFunction = void(float radiusX, float radiusY, float innerRadius
 /// outer arc, half a turn from `panDegrees` on, then the inner arc back to it. Counts are multiples
 /// of 8, and lists lie at multiples of 16 bytes.
 DualOutlineFunction CalculateDualPanoramaROICoordinate;
-
-namespace C {
-DualOutlineFunction CalculateDualPanoramaROICoordinate;
-}
-#if defined(__x86_64__)
-namespace SSE2 {
-DualOutlineFunction CalculateDualPanoramaROICoordinate;
-}
-#endif
 
 }  // namespace DownwardFisheyeAlgoNS
 

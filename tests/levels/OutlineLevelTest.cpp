@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "DownwardFisheyeOpenGLAlgo.h"
+#include "DownwardFisheyeOpenGLAlgo_C.h"
+#include "DownwardFisheyeOpenGLAlgo_SSE2.h"
 #include "FisheyeAlgoCommon_C.h"
 #include "FisheyeAlgoCommon_SSE2.h"
 #include "FisheyeVCamAlgo_C.h"

@@ -51,7 +51,7 @@ std::vector<std::string> DewarpOddVideo() {
 }
 
 const std::vector<ErrorCase> kErrorCases = {
-    {"NoCommand", {}, kUsage, "dewarp, info, scene, sheet or sweep"},
+    {"NoCommand", {}, kUsage, "aim, dewarp, info, mesh, outline, scene, sheet, snapshot or sweep"},
     {"UnknownCommand", {"flatten"}, kUsage, "flatten"},
     {"UnknownOption", Dewarp({"--speed", "3"}), kUsage, "--speed"},
     {"NoInput", {"dewarp"}, kUsage, "INPUT"},

@@ -1,7 +1,5 @@
 #include "PlainPicture.h"
 
-#include "Picture.h"
-
 using KivFisheyeTools::Picture;
 
 void WritePlain(const TemporaryFolder& folder, const std::string& name, std::uint32_t width,
@@ -13,4 +11,18 @@ void WritePlain(const TemporaryFolder& folder, const std::string& name, std::uin
         }
     }
     KivFisheyeTools::WritePicture(folder.File(name), picture);
+}
+
+Picture Slopes() {
+    constexpr std::uint32_t kSide = 256;
+    Picture picture(kSide, kSide, 3);
+    for (std::uint32_t row = 0; row < kSide; ++row) {
+        for (std::uint32_t column = 0; column < kSide; ++column) {
+            std::uint8_t* pixel = picture.Row(row) + std::size_t{3} * column;
+            pixel[0] = static_cast<std::uint8_t>(column);
+            pixel[1] = static_cast<std::uint8_t>(row);
+            pixel[2] = 255;
+        }
+    }
+    return picture;
 }

@@ -6,8 +6,8 @@
 
 namespace ring {
 
-/// Fills a list with half a ring around (`center`, `center`): `count` / 2 points along its outer arc
-/// from `startAngle`, in radians, through half a turn, and as many along its inner arc back.
+/// Fills a list with half a ring around (`center`, `center`): `count` / 2 points along its outer
+/// arc from `startAngle`, in radians, through half a turn, and as many along its inner arc back.
 using HalfRingFunction = void(float center, float outerRadiusX, float outerRadiusY,
                               float innerRadiusX, float innerRadiusY, int count, float* coordinates,
                               float startAngle);
@@ -30,7 +30,7 @@ void FillBothHalves(float radiusX, float radiusY, float innerRadiusRatio, bool c
         return;
     }
     const float angle = panDegrees * kDegreesToRadians;
-    const float center = centerAtOrigin ? 0.0F : 0.5F;
+    const float center = CenterOf(centerAtOrigin);
     const float innerRadiusX = radiusX * innerRadiusRatio;
     const float innerRadiusY = radiusY * innerRadiusRatio;
     fill(center, radiusX, radiusY, innerRadiusX, innerRadiusY, firstCount, firstCoordinates, angle);

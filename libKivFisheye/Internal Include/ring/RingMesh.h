@@ -3,10 +3,11 @@
 
 #include "ColumnAngles.h"
 #include "Degrees.h"
+#include "FisheyeAlgoCommon.h"
 #include "ring/RingMount.h"
 
-// Where the vertices of a grid, drawn as a panorama, lie on the lens image: texture coordinates of a
-// lens circle with the radius 0.5, v downward. Rows are evenly spaced in radius, the ring's edges
+// Where the vertices of a grid, drawn as a panorama, lie on the lens image: texture coordinates of
+// a lens circle with the radius 0.5, v downward. Rows are evenly spaced in radius, the ring's edges
 // included, and columns in angle, both ends of the turn included. `Columns` has the angles of a
 // form, and writes rows.
 
@@ -25,7 +26,7 @@ public:
              float* coordinates)
         : m_columns(Mount::Angles(turn), columns),
           m_radii(Mount::Radii(innerRadiusRatio * kRim, kRim)),
-          m_center(centerAtOrigin ? 0.0F : 0.5F),
+          m_center(CenterOf(centerAtOrigin)),
           m_row(coordinates) {}
 
     /// Writes `rows` rows, the first at the radius of the panorama's first row. `side` is 1, or -1

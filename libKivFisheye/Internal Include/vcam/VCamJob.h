@@ -13,6 +13,11 @@ namespace vcam {
 /// `eyeZ` from the centre of a unit sphere, and looks through a rectangle `nearPlane` in front of
 /// it, which is `aspect` times as wide as high and spans `fieldOfView` degrees from its bottom to
 /// its top. `matrix` turns the rays; it is 4 by 4, column by column.
+///
+/// The lens is equidistant: a ray phi off its axis meets it at phi / pi from the centre, with the
+/// rim, a quarter turn off, at 0.5. From an eye `eyeZ` away from the centre of the sphere a ray
+/// theta off the axis is taken to have phi = (1 + eyeZ) * theta. That is exact at 0 and at 1, and a
+/// smooth way between the two.
 struct VCamJob {
     int sourceWidth;
     int sourceHeight;
@@ -64,8 +69,8 @@ struct ViewRectangle {
     float right;
 };
 
-/// The rectangle as the output's grid. The steps lead from one pixel to the next and from one row to
-/// the next; a side of one pixel has none.
+/// The rectangle as the output's grid. The steps lead from one pixel to the next and from one row
+/// to the next; a side of one pixel has none.
 struct ViewGrid : ViewRectangle {
     explicit ViewGrid(const VCamJob& job)
         : ViewRectangle(job.fieldOfView, job.aspect, job.nearPlane),
@@ -75,12 +80,6 @@ struct ViewGrid : ViewRectangle {
     float stepX;
     float stepY;
 };
-
-/// 1 / pi. The lens is equidistant: a ray phi off its axis meets it at phi / pi from the centre,
-/// with the rim, a quarter turn off, at 0.5. From an eye `eyeZ` away from the centre of the sphere
-/// a ray theta off the axis is taken to have phi = (1 + eyeZ) * theta. That is exact at 0 and at 1,
-/// and a smooth way between the two.
-constexpr float kRadiusPerRadian = 0.31830987F;
 
 }  // namespace vcam
 

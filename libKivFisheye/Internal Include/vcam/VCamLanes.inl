@@ -61,7 +61,7 @@ struct RayWalk {
 
 struct LensLanes {
     [[gnu::always_inline]] LensLanes(const vcam::VCamJob& job, const vcam::ViewGrid& view) {
-        const float scale = (job.eyeZ + 1.0F) * vcam::kRadiusPerRadian;
+        const float scale = (job.eyeZ + 1.0F) * kRadiusPerRadian;
         maxAngle = Floats(1.0F / (scale + scale));
         scaleX = Floats((job.radiusX + job.radiusX) * scale);
         scaleY = Floats((job.radiusY + job.radiusY) * scale);

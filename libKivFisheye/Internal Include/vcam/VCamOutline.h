@@ -23,8 +23,8 @@ struct ViewEdges : ViewRectangle {
     float stepY;
 };
 
-/// From the angle between a ray and the lens axis to the distance from the lens's centre, along each
-/// axis of the frame, and the rim where that ends.
+/// From the angle between a ray and the lens axis to the distance from the lens's centre, along
+/// each axis of the frame, and the rim where that ends.
 struct OutlineScale {
     OutlineScale(float rimX, float rimY, float eyeZ) : radiusX(rimX), radiusY(rimY) {
         const float scale = (eyeZ + 1.0F) * kRadiusPerRadian;

@@ -5,14 +5,8 @@
 
 namespace wall {
 
-constexpr float kQuarterTurn = 1.5707964F;
-/// Radians off the lens axis to parts of a quarter turn.
-constexpr float kQuarterTurnsPerRadian = 0.63661975F;
-/// To the radius on a lens circle whose rim, a quarter turn off its axis, lies at 0.5.
-constexpr float kRadiusPerRadian = 0.31830987F;
-
-/// Where a longitude theta and a latitude phi lie in the image plane, whose normal is the lens axis:
-/// `x` and `y`, `r` from the axis, and `alpha` radians off it.
+/// Where a longitude theta and a latitude phi lie in the image plane, whose normal is the lens
+/// axis: `x` and `y`, `r` from the axis, and `alpha` radians off it.
 struct Direction {
     Direction(float cosTheta, float sinTheta, float cosPhi, float sinPhi)
         : x(cosPhi * sinTheta), y(sinPhi), r(std::sqrt(y * y + x * x)) {

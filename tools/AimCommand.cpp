@@ -1,0 +1,54 @@
+#include <iostream>
+#include <memory>
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "Progress.h"
+#include "TextFile.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+struct AimArguments {
+    ViewArguments view;
+    AngleArguments angles;
+};
+
+/// The angles that look at the point, even where the library would limit them: they then look there
+/// again when more zoom is given. That they are limited is said beside them.
+void PrintAim(const AimArguments& arguments) {
+    CheckAngles(arguments.angles, KivFisheyeLib::ViewTypeVCam, "POINT");
+    Progress progress;
+    const ViewCamera camera(arguments.view);
+    const Angles asked = AskedAngles(arguments.angles, camera);
+    Turn(arguments.angles, arguments.view, camera, &progress);
+    std::cout << DigitsOf(asked.pan) << ' ' << DigitsOf(asked.tilt) << ' ' << DigitsOf(asked.zoom)
+              << '\n';
+}
+
+}  // namespace
+
+void AddAimCommand(CLI::App* app) {
+    const auto arguments = std::make_shared<AimArguments>();
+    arguments->view.view = NameOf(KivFisheyeLib::ViewTypeVCam);
+    CLI::App* command = app->add_subcommand(
+        "aim", "Print the pan, tilt and zoom with which a virtual camera looks at a point");
+    command->option_defaults()->always_capture_default();
+    command
+        ->add_option("POINT", arguments->angles.aim,
+                     std::string("The point of the fisheye picture, as ") + kAimedPointHelp)
+        ->required()
+        ->check(FiniteNumbers(2))
+        ->type_name("X,Y");
+    AddMount(command, &arguments->view.mount)->required();
+    AddZoomOptions(command, &arguments->angles);
+    AddRadiusOptions(command, &arguments->view.lens);
+    command->footer(
+        "The line printed is what --pan, --tilt and --zoom of the other commands take, in this "
+        "order. Where such a view would reach beyond the lens image they limit it, which is told "
+        "here too.\n\nExample:\n  kivfisheye aim 0.7,0.3 --mount ceiling --fov 60");
+    command->callback([arguments] { PrintAim(*arguments); });
+}
+
+}  // namespace KivFisheyeTools

@@ -1,0 +1,64 @@
+#include "AngleArguments.h"
+
+#include "Failure.h"
+#include "Numbers.h"
+#include "Progress.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+void CheckHasNoVirtualCameraOptions(const AngleArguments& arguments) {
+    std::string given;
+    const auto note = [&](bool isGiven, const char* option) {
+        if (isGiven) {
+            given += (given.empty() ? "" : " and ") + std::string(option);
+        }
+    };
+    note(arguments.tilt.has_value(), "--tilt");
+    note(arguments.zoom.has_value(), "--zoom");
+    note(!arguments.aim.empty(), "--aim");
+    note(arguments.fieldOfView.has_value(), "--fov");
+    if (!given.empty()) {
+        throw UsageError("only --view vcam takes " + given);
+    }
+}
+
+}  // namespace
+
+void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
+                 const std::string& aimName) {
+    if (view != KivFisheyeLib::ViewTypeVCam) {
+        CheckHasNoVirtualCameraOptions(arguments);
+    }
+    for (const double part : NumbersOfText(arguments.aim)) {
+        if (part < 0.0 || part > 1.0) {
+            throw UsageError(aimName + ": both numbers must be from 0 to 1");
+        }
+    }
+}
+
+Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera) {
+    const Angles present = camera.Present();
+    const bool isAimed = !arguments.aim.empty();
+    const float usualZoom = isAimed ? kWidestZoomThatTurns : present.zoom;
+    const float zoom = arguments.fieldOfView ? camera.ZoomFor(*arguments.fieldOfView)
+                                             : arguments.zoom.value_or(usualZoom);
+    if (!isAimed) {
+        return {arguments.pan.value_or(present.pan), arguments.tilt.value_or(present.tilt), zoom};
+    }
+    const std::vector<double> point = NumbersOfText(arguments.aim);
+    return camera.AimedAt(static_cast<float>(point.at(0)), static_cast<float>(point.at(1)), zoom);
+}
+
+Angles Turn(const AngleArguments& arguments, const ViewArguments& view, const ViewCamera& camera,
+            Progress* progress) {
+    const Angles asked = AskedAngles(arguments, camera);
+    const Angles taken = camera.Turn(asked);
+    if (!IsSameView(asked, taken)) {
+        progress->Say("the view " + WordsForLimit(view, asked, taken));
+    }
+    return taken;
+}
+
+}  // namespace KivFisheyeTools

@@ -1,0 +1,23 @@
+#include "JsonText.h"
+
+namespace KivFisheyeTools {
+
+void WriteView(const ViewArguments& view, TextFile* file) {
+    *file << R"(  "mount": ")" << view.mount << "\",\n"
+          << R"(  "view": ")" << view.view << "\",\n"
+          << R"(  "lens": {"radiusX": )" << view.lens.radiusX << R"(, "radiusY": )"
+          << view.lens.radiusY << R"(, "wallViewAngle": )" << view.lens.wallViewAngle
+          << R"(, "innerRadiusRatio": )" << view.lens.innerRadiusRatio << "},\n";
+}
+
+void WritePoints(const std::vector<Point>& points, TextFile* file) {
+    *file << "[";
+    const char* separator = "";
+    for (const Point& point : points) {
+        *file << separator << "[" << point.x << ", " << point.y << "]";
+        separator = ", ";
+    }
+    *file << "]";
+}
+
+}  // namespace KivFisheyeTools

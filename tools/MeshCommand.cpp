@@ -1,0 +1,145 @@
+#include <memory>
+#include <optional>
+
+#include "Arguments.h"
+#include "Commands.h"
+#include "Failure.h"
+#include "JsonText.h"
+#include "PanoramaMesh.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+constexpr std::uint32_t kMostVerticesOfASide = 4096;
+
+struct MeshArguments {
+    std::string output;
+    ViewArguments view;
+    std::uint32_t columns = 128;
+    std::uint32_t rows = 32;
+    std::optional<std::uint32_t> rowsSecond;
+};
+
+void CheckUsage(const MeshArguments& arguments) {
+    const std::string ending = EndingOf(arguments.output);
+    if (ending != ".obj" && ending != ".json") {
+        throw UsageError("cannot write " + arguments.output +
+                         ": it needs a name with the ending .obj or .json");
+    }
+    const KivFisheyeLib::ViewType view = ViewOfName(arguments.view.view);
+    if (view == KivFisheyeLib::ViewTypeVCam) {
+        throw UsageError("a virtual camera has no mesh: --view must be full or dual");
+    }
+    CheckView(arguments.view, OutputKind::Picture);
+    if (arguments.rowsSecond && view != KivFisheyeLib::ViewTypeDualPanorama) {
+        throw UsageError("--rows-second goes with --view dual alone");
+    }
+}
+
+/// Writes a grid whose first vertex has the number `first`; OBJ counts from 1.
+void WriteObject(const MeshGrid& grid, std::uint32_t first, TextFile* file) {
+    *file << "o " << grid.name << "\n";
+    for (const Point& position : grid.positions) {
+        *file << "v " << position.x << " " << position.y << " 0\n";
+    }
+    for (const Point& place : grid.texture) {
+        *file << "vt " << place.x << " " << 1.0F - place.y << "\n";
+    }
+    const auto corner = [&](std::uint32_t row, std::uint32_t column) {
+        const std::uint32_t number = first + row * grid.columns + column;
+        *file << " " << number << "/" << number;
+    };
+    for (std::uint32_t row = 0; row + 1 < grid.rows; ++row) {
+        for (std::uint32_t column = 0; column + 1 < grid.columns; ++column) {
+            *file << "f";
+            corner(row + 1, column);
+            corner(row + 1, column + 1);
+            corner(row, column + 1);
+            corner(row, column);
+            *file << "\n";
+        }
+    }
+}
+
+void WriteObj(const MeshArguments& arguments, const std::vector<MeshGrid>& grids) {
+    TextFile file(arguments.output);
+    file << "# The " << arguments.view.view << " panorama of a " << arguments.view.mount
+         << " camera, as a flat rectangle in the plane z = 0.\n"
+            "# Texture: the fisheye frame. u runs from 0 at its left to 1 at its right, v from 0 "
+            "at its bottom up to 1 at its top.\n";
+    std::uint32_t first = 1;
+    for (const MeshGrid& grid : grids) {
+        WriteObject(grid, first, &file);
+        first += grid.columns * grid.rows;
+    }
+    file.Finish();
+}
+
+void WriteJson(const MeshArguments& arguments, const std::vector<MeshGrid>& grids) {
+    TextFile file(arguments.output);
+    file << "{\n";
+    WriteView(arguments.view, &file);
+    file << "  \"order\": \"row by row from the top left\",\n"
+            "  \"positions\": \"x to the right and y up, in heights of the panorama from its "
+            "bottom left\",\n"
+            "  \"texture\": \"fractions of the frame's width and height, from its top left\",\n"
+            "  \"grids\": [";
+    const char* separator = "\n";
+    for (const MeshGrid& grid : grids) {
+        file << separator << "    {\"name\": \"" << grid.name << "\", \"columns\": " << grid.columns
+             << ", \"rows\": " << grid.rows << ",\n     \"positions\": ";
+        WritePoints(grid.positions, &file);
+        file << ",\n     \"texture\": ";
+        WritePoints(grid.texture, &file);
+        file << "}";
+        separator = ",\n";
+    }
+    file << "\n  ]\n}\n";
+    file.Finish();
+}
+
+void MakeMesh(const MeshArguments& arguments) {
+    CheckUsage(arguments);
+    const std::vector<MeshGrid> grids = PanoramaMesh(
+        arguments.view,
+        {arguments.columns, arguments.rows, arguments.rowsSecond.value_or(arguments.rows)});
+    if (EndingOf(arguments.output) == ".obj") {
+        WriteObj(arguments, grids);
+    } else {
+        WriteJson(arguments, grids);
+    }
+}
+
+}  // namespace
+
+void AddMeshCommand(CLI::App* app) {
+    const auto arguments = std::make_shared<MeshArguments>();
+    CLI::App* command = app->add_subcommand(
+        "mesh", "Write the grid with which a graphics processor draws a panorama");
+    command->option_defaults()->always_capture_default();
+    AddOutput(command, &arguments->output,
+              "The file to write: .obj is Wavefront OBJ, whose v runs up from the bottom of "
+              "the frame, .json has it running down from the top. A dual panorama is two "
+              "grids one above the other");
+    AddMount(command, &arguments->view.mount)->required();
+    AddView(command, &arguments->view.view)->required();
+    const auto addCount = [command](const char* name, auto* count, const char* description) {
+        return command->add_option(name, *count, description)
+            ->transform(WholeNumberIn(2, kMostVerticesOfASide));
+    };
+    addCount("--columns", &arguments->columns, "Vertices in a row");
+    addCount("--rows", &arguments->rows, "Rows of vertices; of a dual panorama, of each half");
+    addCount("--rows-second", &arguments->rowsSecond,
+             "Rows of a dual panorama's lower half, where they are others");
+    AddViewedLensOptions(command, &arguments->view);
+    command->footer(
+        "With the usual radii the lens's circle fills the texture; with those of a frame, the "
+        "texture is the frame. The grid is that of pan 0. A vertex "
+        "exactly on a wall camera's axis, where its direction is not defined, is written as the "
+        "centre of the lens.\n\nExample:\n  kivfisheye mesh room.obj --mount ceiling --view full "
+        "--columns 128 --rows 32 --inner-radius 0.2");
+    command->callback([arguments] { MakeMesh(*arguments); });
+}
+
+}  // namespace KivFisheyeTools

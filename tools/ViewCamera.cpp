@@ -1,0 +1,119 @@
+#include "ViewCamera.h"
+
+#include <cmath>
+#include <sstream>
+
+#include "Failure.h"
+#include "Lens.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+std::string WordsForPan(const Angles& angles) {
+    std::ostringstream words;
+    words << "pan " << angles.pan;
+    return words.str();
+}
+
+std::string WordsFor(const Angles& angles) {
+    std::ostringstream words;
+    words << WordsForPan(angles) << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
+    return words.str();
+}
+
+/// Why a virtual camera of this mount does not look where it was asked to, as far as that is known.
+std::string ReasonForLimit(KivFisheyeLib::MountType mount, const Angles& asked,
+                           const Angles& taken) {
+    std::string reason;
+    if (mount == KivFisheyeLib::MountTypeTable && asked.tilt > 0.0F) {
+        reason += "; the tilt of a table camera is negative, from -90 to 0";
+    }
+    if (mount == KivFisheyeLib::MountTypeCeiling && asked.tilt < 0.0F) {
+        reason += "; the tilt of a ceiling camera is positive, from 0 to 90";
+    }
+    if (taken.zoom < kWidestZoomThatTurns) {
+        reason +=
+            "; it looks away from the lens's axis only at a zoom of 2 or more, which shows at most "
+            "90 degrees";
+    }
+    return reason;
+}
+
+}  // namespace
+
+bool IsSameView(const Angles& asked, const Angles& taken) {
+    constexpr double kTolerance = 1e-3;
+    const auto isNear = [](double difference) { return std::abs(difference) < kTolerance; };
+    // Whole turns go first: beside a huge pan the other one would vanish in the difference.
+    const auto withinATurn = [](double pan) { return std::remainder(pan, 360.0); };
+    return isNear(withinATurn(withinATurn(asked.pan) - withinATurn(taken.pan))) &&
+           isNear(double{asked.tilt} - double{taken.tilt}) &&
+           isNear(double{asked.zoom} - double{taken.zoom});
+}
+
+std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked,
+                          const Angles& taken) {
+    const auto words = [](const std::string& limit, const std::string& wish) {
+        return "is limited to " + limit + " instead of " + wish;
+    };
+    const KivFisheyeLib::MountType mount = MountOfName(arguments.mount);
+    if (ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeVCam) {
+        return words(WordsFor(taken), WordsFor(asked)) + ReasonForLimit(mount, asked, taken);
+    }
+    const std::string reason = mount == KivFisheyeLib::MountTypeWall
+                                   ? "; the panorama of a wall camera does not turn"
+                                   : "";
+    return words(WordsForPan(taken), WordsForPan(asked)) + reason;
+}
+
+void Expect(ResultCode result, const std::string& sentence) {
+    if (result != kResultOk) {
+        throw Failure(sentence);
+    }
+}
+
+ViewCamera::ViewCamera(const ViewArguments& arguments) {
+    Expect((*this)->SetMountAndViewType(MountOfName(arguments.mount), ViewOfName(arguments.view)),
+           "the library refuses the mount and view");
+    Expect((*this)->SetDewarpParams(arguments.lens), "the library refuses the lens parameters");
+}
+
+void ViewCamera::SetInput(Picture* input) const {
+    Expect((*this)->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input)),
+           "the library refuses the input picture");
+}
+
+Angles ViewCamera::Present() const {
+    Angles angles{};
+    Expect((*this)->GetPTZ(&angles.pan, &angles.tilt, &angles.zoom),
+           "the library does not tell how the view is turned");
+    return angles;
+}
+
+Angles ViewCamera::Turn(const Angles& angles) const {
+    Expect((*this)->SetAbsolutePTZ(angles.pan, angles.tilt, angles.zoom),
+           "the library refuses to turn the view");
+    return Present();
+}
+
+Angles ViewCamera::AimedAt(float x, float y, float zoom) const {
+    Angles angles{0.0F, 0.0F, zoom};
+    Expect((*this)->CvtXYToVCamPanTilt(x, y, angles.pan, angles.tilt),
+           "the library does not tell how to look at a point");
+    if (!std::isfinite(angles.pan) || !std::isfinite(angles.tilt)) {
+        throw Failure("the lens image is too small to look at a point of it");
+    }
+    return angles;
+}
+
+float ViewCamera::ZoomFor(float fieldOfView) const {
+    Angles ignored{};
+    float zoom = 1.0F;
+    Expect((*this)->CvtXYToVCamPanTiltZoom(0.5F, 0.5F, static_cast<float>(Radians(fieldOfView)),
+                                           ignored.pan, ignored.tilt, zoom),
+           "the library does not tell the zoom of a field of view");
+    return zoom;
+}
+
+}  // namespace KivFisheyeTools
