@@ -69,9 +69,12 @@ TEST(SnapshotFailure, AnInputWithASideOf0IsNotReady) {
 TEST(SnapshotFailure, ASizeThatIsNotToldGivesAHeaderAlone) {
     SnapshotCamera prepared(kEveryScene[0], PixelFormatRGB32, kAim);
     prepared.camera.m_inputInfo.buffer = nullptr;
-    const MallocWatch watch;
     ExpectBlackBlock(prepared.camera, 0, 0);
+    const MallocWatch watch;
+    unsigned char* block = nullptr;
+    prepared.camera.Snapshot(&block);
     EXPECT_EQ(watch.LargestRequest(), 64U);
+    prepared.camera.FreeSnapshotMemory(block);
 }
 
 TEST(SnapshotFailure, ALensWithoutWidthGivesAHeaderAlone) {

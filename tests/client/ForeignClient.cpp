@@ -243,7 +243,7 @@ TEST_F(ForeignClient, TracesTheRing) {
     alignas(16) float inner[8] = {};
     alignas(16) float outer[8] = {};
     EXPECT_EQ(Call(GetROIAPI(context), &Outlines::OfRing, inner, 4, outer, 4), kOk);
-    EXPECT_EQ(inner[0], 0.5F);
+    EXPECT_EQ(inner[0], 0.75F) << "half the radius is left out";
     EXPECT_EQ(outer[0], 1.0F);
     EXPECT_EQ(outer[1], 0.5F);
 }
