@@ -174,7 +174,7 @@ public:
     /// gives, from the picture that now lies in the input buffer. It needs no output frame and
     /// changes nothing else; a panorama builds its tables for it. The picture is one block of
     /// memory: a `SnapshotHeader`, and after its 64 bytes the pixels, rows from the top, each at a
-    /// multiple of 4 bytes. Bytes that show nothing are 0.
+    /// multiple of 4 bytes. Bytes that show nothing are 0. The block lies where any object may.
     ///
     /// Whatever the result, `block` afterwards holds null or a block that the caller owns and gives
     /// to `FreeSnapshotMemory`. `kResultNullPointer`: `block` is null. `kResultNotReady`: no input
@@ -190,8 +190,9 @@ public:
     /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
     /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
     /// the frame from its top left. On a ceiling and a table the view then has the point in its
-    /// middle; on a wall both angles run evenly across the lens, which is right along its two axes;
-    /// towards its corners it is 4 degrees off halfway to the rim and 25 at the rim. Points near
+    /// middle, to within a degree; on a wall both angles run evenly across the lens, which is as good
+    /// along its two axes; towards its corners it is 4 degrees off halfway to the rim and 25 at the
+    /// rim. Points near
     /// the rim or outside the lens give angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a
     /// radius of 0 NaN or infinity, a mount number without a meaning 0 and 0. Always `kResultOk`.
     /// Changes nothing. No lock.
@@ -205,8 +206,8 @@ public:
 };
 
 /// Outlines of views on the fisheye frame, for clients that draw them there. A point is its x and
-/// its y, as fractions of the frame from its top left, and an outline joins its last point to its
-/// first. The lists are the caller's, lie at multiples of 16 bytes, and have two floats for each
+/// its y, as fractions of the frame: 0 is the middle of its first pixel, at the left or the top, and
+/// 1 that of its last. An outline joins its last point to its first. The lists are the caller's, lie at multiples of 16 bytes, and have two floats for each
 /// point.
 ///
 /// All operations answer `kResultInvalidArgument`, and write nothing, for a list that is null or
