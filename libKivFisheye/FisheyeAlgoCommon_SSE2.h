@@ -31,8 +31,8 @@ struct SteppedAngles {
 
 /// Sines and cosines of evenly spaced angles.
 struct CSinAndCosThetaTable {
-    /// Fills both tables with `count` entries, whose angles run evenly from `start` to `end`, both of
-    /// them included, in radians. They come from the lanes' polynomial, not from the C library.
+    /// Fills both tables with `count` entries, whose angles run evenly from `start` to `end`, both
+    /// of them included, in radians. They come from the lanes' polynomial, not from the C library.
     static void CalculateSinAndCosThetaTable(float* sinTable, float* cosTable, unsigned long count,
                                              float start, float end) {
         using sse::sse4Floats;

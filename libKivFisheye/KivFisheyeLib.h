@@ -190,12 +190,11 @@ public:
     /// Gives the pan and tilt, in degrees, that aim a virtual camera of this mount and lens at a
     /// point of the input picture; use a zoom of 2 or more with them. `x` and `y` are fractions of
     /// the frame from its top left. On a ceiling and a table the view then has the point in its
-    /// middle, to within a degree; on a wall both angles run evenly across the lens, which is as good
-    /// along its two axes; towards its corners it is 4 degrees off halfway to the rim and 25 at the
-    /// rim. Points near
-    /// the rim or outside the lens give angles that `SetAbsolutePTZ` will limit. NaN gives NaN, a
-    /// radius of 0 NaN or infinity, a mount number without a meaning 0 and 0. Always `kResultOk`.
-    /// Changes nothing. No lock.
+    /// middle, to within a degree; on a wall both angles run evenly across the lens, which is as
+    /// good along its two axes; towards its corners it is 4 degrees off halfway to the rim and 25
+    /// at the rim. Points near the rim or outside the lens give angles that `SetAbsolutePTZ` will
+    /// limit. NaN gives NaN, a radius of 0 NaN or infinity, a mount number without a meaning 0 and
+    /// 0. Always `kResultOk`. Changes nothing. No lock.
     virtual ResultCode CvtXYToVCamPanTilt(float x, float y, float& pan, float& tilt) = 0;
 
     /// The same, and the zoom, 1 to 10, whose view is `fieldOfView` radians high: pi / 2 is zoom 2.
@@ -206,9 +205,9 @@ public:
 };
 
 /// Outlines of views on the fisheye frame, for clients that draw them there. A point is its x and
-/// its y, as fractions of the frame: 0 is the middle of its first pixel, at the left or the top, and
-/// 1 that of its last. An outline joins its last point to its first. The lists are the caller's, lie at multiples of 16 bytes, and have two floats for each
-/// point.
+/// its y, as fractions of the frame: 0 is the middle of its first pixel, at the left or the top,
+/// and 1 that of its last. An outline joins its last point to its first. The lists are the
+/// caller's, lie at multiples of 16 bytes, and have two floats for each point.
 ///
 /// All operations answer `kResultInvalidArgument`, and write nothing, for a list that is null or
 /// lies elsewhere and for a count that is not a positive multiple of the one they name. Where the
