@@ -47,7 +47,8 @@ void AddAimCommand(CLI::App* app) {
     command->footer(
         "The line printed is what --pan, --tilt and --zoom of the other commands take, in this "
         "order. Where such a view would reach beyond the lens image they limit it, which is told "
-        "here too.\n\nExample:\n  kivfisheye aim 0.7,0.3 --mount ceiling --fov 60");
+        "here too, with the widest --fov that would do: views near the rim need a small "
+        "one.\n\nExample:\n  kivfisheye aim 0.7,0.3 --mount ceiling --fov 60");
     command->callback([arguments] { PrintAim(*arguments); });
 }
 

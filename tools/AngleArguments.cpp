@@ -1,5 +1,7 @@
 #include "AngleArguments.h"
 
+#include <cmath>
+
 #include "Failure.h"
 #include "Numbers.h"
 #include "Progress.h"
@@ -22,6 +24,18 @@ void CheckHasNoVirtualCameraOptions(const AngleArguments& arguments) {
     if (!given.empty()) {
         throw UsageError("only --view vcam takes " + given);
     }
+}
+
+bool IsAimedOutsideTheLens(const AngleArguments& arguments,
+                           const KivFisheyeLib::DewarpParams& lens) {
+    if (arguments.aim.empty()) {
+        return false;
+    }
+    // Points and radii are written in decimals: those of the rim may come out beside it.
+    constexpr double kRim = 1.0 + 1e-6;
+    const std::vector<double> point = NumbersOfText(arguments.aim);
+    return std::hypot((point.at(0) - 0.5) / lens.radiusX, (point.at(1) - 0.5) / lens.radiusY) >
+           kRim;
 }
 
 }  // namespace
@@ -55,8 +69,13 @@ Angles Turn(const AngleArguments& arguments, const ViewArguments& view, const Vi
             Progress* progress) {
     const Angles asked = AskedAngles(arguments, camera);
     const Angles taken = camera.Turn(asked);
+    const bool isOutside = IsAimedOutsideTheLens(arguments, view.lens);
+    if (isOutside) {
+        progress->Say("the point lies outside the lens image");
+    }
     if (!IsSameView(asked, taken)) {
-        progress->Say("the view " + WordsForLimit(view, asked, taken));
+        progress->Say("the view " + WordsForLimit(view, asked, taken) +
+                      (isOutside ? "" : WordsForRemedy(view, asked)));
     }
     return taken;
 }

@@ -28,7 +28,8 @@ void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
 /// What the options ask for. Throws `Failure` when the lens is too small to aim at a point of it.
 Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera);
 
-/// Turns the camera, says what the library did not take, and gives the angles that it took.
+/// Turns the camera, says what the library did not take and when the point lies outside the lens
+/// image, and gives the angles that the library took.
 Angles Turn(const AngleArguments& arguments, const ViewArguments& view, const ViewCamera& camera,
             Progress* progress);
 

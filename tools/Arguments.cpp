@@ -1,6 +1,7 @@
 #include "Arguments.h"
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <iomanip>
 #include <sstream>
@@ -69,15 +70,24 @@ std::string ComplaintAboutNumbers(const std::string& text, std::size_t count) {
     const std::vector<double> numbers = NumbersOfText(text);
     const bool areGood =
         numbers.size() == count && std::all_of(numbers.begin(), numbers.end(), IsFinite);
-    const std::string wish =
-        count == 1 ? "a finite number"
-                   : std::to_string(count) + " finite numbers with commas between them";
-    return areGood ? "" : "'" + text + "' is not " + wish;
+    static const std::array<std::string, 3> wishes = {"a finite number",
+                                                      "two numbers with a comma between them",
+                                                      "three numbers with commas between them"};
+    return areGood ? "" : "'" + text + "' is not " + wishes.at(count - 1);
 }
 
 CLI::Validator FiniteNumbers(std::size_t count) {
     const auto check = [count](std::string& text) { return ComplaintAboutNumbers(text, count); };
     return {check, ""};
+}
+
+CLI::Validator NameAmong(const std::string& kind, const std::vector<std::string>& names) {
+    const auto check = [kind, names](std::string& text) {
+        const bool isName = std::find(names.begin(), names.end(), text) != names.end();
+        return isName ? std::string()
+                      : "there is no " + kind + " '" + text + "': " + Listed(names, "or");
+    };
+    return {check, "{" + CLI::detail::join(names) + "}"};
 }
 
 CLI::Validator SizeText() {
@@ -116,16 +126,15 @@ void AddOutput(CLI::App* command, std::string* output, const std::string& descri
 
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
     return command->add_option("--mount", *mount, "Where the camera hangs")
-        ->check(CLI::IsMember(MountNames()));
+        ->check(NameAmong("mount", MountNames()));
 }
 
 CLI::Option* AddView(CLI::App* command, std::string* view) {
     return command
-        ->add_option("--view", *view,
-                     "What the output shows: a virtual camera's flat view, a dual panorama, which "
-                     "is two halves one above the other and which wall cameras have not, or the "
-                     "full panorama")
-        ->check(CLI::IsMember(ViewNames()));
+        ->add_option(
+            "--view", *view,
+            std::string("What the output shows: a virtual camera's flat view, ") + kPanoramasHelp)
+        ->check(NameAmong("view", ViewNames()));
 }
 
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description) {
@@ -136,7 +145,7 @@ CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& de
 
 CLI::Option* AddFormat(CLI::App* command, std::string* format) {
     return command->add_option("--format", *format, "Pixel format inside the library")
-        ->check(CLI::IsMember({"rgb24", "rgb32"}));
+        ->check(NameAmong("format", {"rgb24", "rgb32"}));
 }
 
 void AddRadiusOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {

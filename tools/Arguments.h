@@ -22,8 +22,11 @@ CLI::Validator SizeText();
 /// Accepts such whole numbers with commas between them.
 CLI::Validator WholeNumbersIn(std::uint32_t low, std::uint32_t high);
 
+/// Accepts one of the names. `kind` is what they are names of.
+CLI::Validator NameAmong(const std::string& kind, const std::vector<std::string>& names);
+
 /// What is wrong with `text` when it is not `count` numbers that a float can hold, with commas
-/// between them, or nothing.
+/// between them, or nothing. There may be up to 3.
 std::string ComplaintAboutNumbers(const std::string& text, std::size_t count);
 
 /// Accepts `count` numbers that a float can hold, with commas between them.
@@ -41,6 +44,11 @@ CLI::Option* AddMount(CLI::App* command, std::string* mount);
 CLI::Option* AddView(CLI::App* command, std::string* view);
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description);
 CLI::Option* AddFormat(CLI::App* command, std::string* format);
+
+/// What the two panoramas are.
+constexpr const char* kPanoramasHelp =
+    "a dual panorama, which is two halves one above the other and which wall cameras have not, or "
+    "the full panorama";
 
 /// What the options of the lens's radii mean.
 constexpr const char* kRadiusXHelp =

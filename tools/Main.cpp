@@ -8,6 +8,7 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "Numbers.h"
 #include "StopRequest.h"
 
 namespace KivFisheyeTools {
@@ -25,6 +26,27 @@ int Complain(std::string sentence, int status) {
     std::replace_if(sentence.begin(), sentence.end(), isControl, ' ');
     std::cerr << "kivfisheye: " << sentence << '\n';
     return status;
+}
+
+/// What the command does not take, in the order given, and which commands take its first option.
+std::string ComplaintAboutExtras(const CLI::App& app, const std::string& command) {
+    const std::vector<std::string> extras = app.remaining(true);
+    const std::string by = command == app.get_name() ? "" : " by " + command;
+    std::string complaint = "not expected" + by + ": " + CLI::detail::join(extras, " ");
+    const auto isOption = [](const std::string& word) { return word.rfind("--", 0) == 0; };
+    const auto found = std::find_if(extras.begin(), extras.end(), isOption);
+    if (found == extras.end()) {
+        return complaint;
+    }
+    const std::string option = found->substr(0, found->find('='));
+    std::vector<std::string> takers;
+    for (const CLI::App* other : app.get_subcommands([](const CLI::App*) { return true; })) {
+        if (other->get_option_no_throw(option) != nullptr) {
+            takers.push_back(other->get_name());
+        }
+    }
+    return takers.empty() ? complaint
+                          : complaint + "; " + option + " goes with " + Listed(takers, "and");
 }
 
 int Run(int argc, char** argv) {
@@ -47,6 +69,8 @@ int Run(int argc, char** argv) {
                 "what to do is missing: aim, dewarp, info, mesh, outline, scene, sheet, snapshot "
                 "or sweep");
         }
+    } catch (const CLI::ExtrasError& error) {
+        return Complain(ComplaintAboutExtras(app, error.get_name()), kUsage);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
             return Complain(error.what(), kUsage);

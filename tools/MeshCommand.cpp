@@ -27,14 +27,16 @@ void CheckUsage(const MeshArguments& arguments) {
         throw UsageError("cannot write " + arguments.output +
                          ": it needs a name with the ending .obj or .json");
     }
-    const KivFisheyeLib::ViewType view = ViewOfName(arguments.view.view);
-    if (view == KivFisheyeLib::ViewTypeVCam) {
-        throw UsageError("a virtual camera has no mesh: --view must be full or dual");
-    }
     CheckView(arguments.view, OutputKind::Picture);
-    if (arguments.rowsSecond && view != KivFisheyeLib::ViewTypeDualPanorama) {
+    if (arguments.rowsSecond &&
+        ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeDualPanorama) {
         throw UsageError("--rows-second goes with --view dual alone");
     }
+}
+
+/// Texture coordinates are floats around 0.5, where a tiny radius is lost.
+bool LeavesExtent(float radius) {
+    return 0.5F + radius > 0.5F;
 }
 
 /// Writes a grid whose first vertex has the number `first`; OBJ counts from 1.
@@ -83,7 +85,8 @@ void WriteJson(const MeshArguments& arguments, const std::vector<MeshGrid>& grid
     file << "  \"order\": \"row by row from the top left\",\n"
             "  \"positions\": \"x to the right and y up, in heights of the panorama from its "
             "bottom left\",\n"
-            "  \"texture\": \"fractions of the frame's width and height, from its top left\",\n"
+            "  \"texture\": \"fractions of the frame's width and height, from its top left: 0 "
+            "and 1 are the texture's edges\",\n"
             "  \"grids\": [";
     const char* separator = "\n";
     for (const MeshGrid& grid : grids) {
@@ -101,6 +104,9 @@ void WriteJson(const MeshArguments& arguments, const std::vector<MeshGrid>& grid
 
 void MakeMesh(const MeshArguments& arguments) {
     CheckUsage(arguments);
+    if (!LeavesExtent(arguments.view.lens.radiusX) || !LeavesExtent(arguments.view.lens.radiusY)) {
+        throw Failure("the lens image is too small for a mesh");
+    }
     const std::vector<MeshGrid> grids = PanoramaMesh(
         arguments.view,
         {arguments.columns, arguments.rows, arguments.rowsSecond.value_or(arguments.rows)});
@@ -123,7 +129,11 @@ void AddMeshCommand(CLI::App* app) {
               "the frame, .json has it running down from the top. A dual panorama is two "
               "grids one above the other");
     AddMount(command, &arguments->view.mount)->required();
-    AddView(command, &arguments->view.view)->required();
+    command
+        ->add_option("--view", arguments->view.view,
+                     std::string("What the grid shows: ") + kPanoramasHelp)
+        ->required()
+        ->check(NameAmong("panorama", {"dual", "full"}));
     const auto addCount = [command](const char* name, auto* count, const char* description) {
         return command->add_option(name, *count, description)
             ->transform(WholeNumberIn(2, kMostVerticesOfASide));

@@ -69,6 +69,16 @@ std::vector<std::string> SplitAtCommas(const std::string& text) {
     }
 }
 
+std::string Listed(const std::vector<std::string>& words, const std::string& conjunction) {
+    std::string text;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const bool isLast = i + 1 == words.size();
+        const std::string separator = isLast ? " " + conjunction + " " : ", ";
+        text += (i == 0 ? "" : separator) + words[i];
+    }
+    return text;
+}
+
 std::vector<double> NumbersOfText(const std::string& text) {
     std::vector<double> numbers;
     for (const std::string& part : SplitAtCommas(text)) {

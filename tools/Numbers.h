@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/// Numbers as they are written on the command line.
+/// Numbers and lists as they are written on the command line.
 namespace KivFisheyeTools {
 
 struct Size {
@@ -24,6 +24,9 @@ std::optional<std::uint32_t> WholeNumberOf(const std::string& text);
 bool IsFinite(double number);
 
 std::vector<std::string> SplitAtCommas(const std::string& text);
+
+/// The words with commas between them, and `conjunction` before the last.
+std::string Listed(const std::vector<std::string>& words, const std::string& conjunction);
 
 /// Reads numbers with commas between them; what is none becomes NaN.
 std::vector<double> NumbersOfText(const std::string& text);

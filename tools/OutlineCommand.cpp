@@ -24,10 +24,6 @@ struct OutlineArguments {
     std::uint32_t points = kUsualPoints;
 };
 
-bool IsVirtualCamera(const OutlineArguments& arguments) {
-    return ViewOfName(arguments.view.view) == KivFisheyeLib::ViewTypeVCam;
-}
-
 void CheckUsage(const OutlineArguments& arguments) {
     const std::string ending = EndingOf(arguments.output);
     if (ending != ".svg" && ending != ".json" && !IsPictureName(arguments.output)) {
@@ -36,26 +32,25 @@ void CheckUsage(const OutlineArguments& arguments) {
     }
     CheckIsNoInput(arguments.output, {arguments.input});
     CheckAngles(arguments.angles, ViewOfName(arguments.view.view));
-    if (!IsVirtualCamera(arguments) && !arguments.view.size.empty()) {
+    if (!IsVirtualCamera(arguments.view) && !arguments.view.size.empty()) {
         throw UsageError("--size goes with --view vcam alone: the outline of a panorama has none");
     }
     CheckView(arguments.view, OutputKind::Picture);
     CheckPointCount(arguments.view, arguments.points);
 }
 
-struct TurnedOutlines {
-    Angles angles;
-    std::vector<Outline> outlines;
-};
-
-TurnedOutlines Outlined(const OutlineArguments& arguments, const Size& size, Progress* progress) {
-    const auto turned = [&](const ViewCamera& camera) -> TurnedOutlines {
+OutlinedView Outlined(const OutlineArguments& arguments, const Size& input, Progress* progress) {
+    const auto turned = [&](const ViewCamera& camera,
+                            const std::optional<Size>& output) -> OutlinedView {
         const Angles angles = Turn(arguments.angles, arguments.view, camera, progress);
-        return {angles, OutlinesOf(camera, arguments.view, arguments.points)};
+        return {angles, output, OutlinesOf(camera, arguments.view, arguments.points)};
     };
     // Only a virtual camera's outline depends on the output, and only a panorama makes much of it.
-    return IsVirtualCamera(arguments) ? turned(Flattener(arguments.view, size, OutputKind::Picture))
-                                      : turned(ViewCamera(arguments.view));
+    if (!IsVirtualCamera(arguments.view)) {
+        return turned(ViewCamera(arguments.view), std::nullopt);
+    }
+    const Flattener flattener(arguments.view, input, OutputKind::Picture);
+    return turned(flattener, Size{flattener.Output().width, flattener.Output().height});
 }
 
 void DrawOutline(const OutlineArguments& arguments) {
@@ -67,14 +62,14 @@ void DrawOutline(const OutlineArguments& arguments) {
         throw Failure("the lens image is too small to outline a view in it");
     }
     const Size size{picture.width, picture.height};
-    const auto [angles, outlines] = Outlined(arguments, size, &progress);
+    const OutlinedView shown = Outlined(arguments, size, &progress);
     progress.Show("writing " + arguments.output);
     if (EndingOf(arguments.output) == ".svg") {
-        WriteOutlineSvg(arguments.output, outlines, size);
+        WriteOutlineSvg(arguments.output, shown.outlines, size);
     } else if (EndingOf(arguments.output) == ".json") {
-        WriteOutlineJson(arguments.output, outlines, arguments.view, angles, size);
+        WriteOutlineJson(arguments.output, arguments.view, shown, size);
     } else {
-        DrawOutlines(outlines, &picture);
+        DrawOutlines(shown.outlines, &picture);
         WritePicture(arguments.output, picture);
     }
 }
@@ -106,6 +101,7 @@ void AddOutlineCommand(CLI::App* app) {
                      "of 4")
         ->transform(WholeNumberIn(4, kMostPoints));
     command->footer(
+        "A ceiling or table panorama with an inner radius of 0 has no inner outline.\n\n"
         "Example:\n  kivfisheye outline room.png marked.png --mount ceiling --view vcam --pan 45 "
         "--tilt 50 --zoom 4");
     command->callback([arguments] { DrawOutline(*arguments); });

@@ -40,6 +40,16 @@ void WriteStroke(const Outline& outline, const Color& color, double width, TextF
           << "\" stroke-width=\"" << static_cast<float>(width) << "\"/>\n";
 }
 
+/// Writes the angles that the view can be turned by.
+void WriteAngles(const ViewArguments& view, const Angles& angles, TextFile* file) {
+    if (IsVirtualCamera(view) || !IsWall(view)) {
+        *file << "  \"pan\": " << angles.pan << ",\n";
+    }
+    if (IsVirtualCamera(view)) {
+        *file << "  \"tilt\": " << angles.tilt << ",\n  \"zoom\": " << angles.zoom << ",\n";
+    }
+}
+
 }  // namespace
 
 void WriteOutlineSvg(const std::string& path, const std::vector<Outline>& outlines,
@@ -65,18 +75,20 @@ void WriteOutlineSvg(const std::string& path, const std::vector<Outline>& outlin
     file.Finish();
 }
 
-void WriteOutlineJson(const std::string& path, const std::vector<Outline>& outlines,
-                      const ViewArguments& view, const Angles& angles, const Size& size) {
+void WriteOutlineJson(const std::string& path, const ViewArguments& view, const OutlinedView& shown,
+                      const Size& input) {
     TextFile file(path);
     file << "{\n";
     WriteView(view, &file);
-    file << "  \"pan\": " << angles.pan << ",\n  \"tilt\": " << angles.tilt
-         << ",\n  \"zoom\": " << angles.zoom << ",\n  \"input\": {\"width\": " << size.width
-         << ", \"height\": " << size.height
-         << "},\n  \"coordinates\": \"fractions of the frame's width and height, from its top "
-            "left\",\n  \"outlines\": [";
+    WriteAngles(view, shown.angles, &file);
+    WriteSize("input", input, &file);
+    if (shown.output) {
+        WriteSize("output", *shown.output, &file);
+    }
+    file << "  \"coordinates\": \"fractions of the frame's width and height, from its top left: 0 "
+            "is the middle of the first pixel and 1 that of the last\",\n  \"outlines\": [";
     const char* separator = "\n";
-    for (const Outline& outline : outlines) {
+    for (const Outline& outline : shown.outlines) {
         file << separator << R"(    {"name": ")" << outline.name << R"(", "points": )";
         WritePoints(outline.points, &file);
         file << "}";

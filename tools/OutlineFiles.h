@@ -1,6 +1,7 @@
 #ifndef KIVFISHEYE_TOOLS_OUTLINE_FILES_H
 #define KIVFISHEYE_TOOLS_OUTLINE_FILES_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,9 +15,16 @@ namespace KivFisheyeTools {
 void WriteOutlineSvg(const std::string& path, const std::vector<Outline>& outlines,
                      const Size& size);
 
-/// Writes the outlines as fractions of the frame, with what they are those of.
-void WriteOutlineJson(const std::string& path, const std::vector<Outline>& outlines,
-                      const ViewArguments& view, const Angles& angles, const Size& size);
+/// What is outlined: where the view looks, and the output size that shapes a virtual camera's view.
+struct OutlinedView {
+    Angles angles;
+    std::optional<Size> output;
+    std::vector<Outline> outlines;
+};
+
+/// Writes the outlines as fractions of an input of this size, with what they are those of.
+void WriteOutlineJson(const std::string& path, const ViewArguments& view, const OutlinedView& shown,
+                      const Size& input);
 
 }  // namespace KivFisheyeTools
 

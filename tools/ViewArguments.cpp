@@ -32,14 +32,11 @@ void CheckSize(const Size& size, OutputKind output) {
 }
 
 /// Refuses options that the library would accept and make nothing of.
-void CheckLens(const ViewArguments& arguments, KivFisheyeLib::MountType mount,
-               KivFisheyeLib::ViewType view) {
-    const bool isWall = mount == KivFisheyeLib::MountTypeWall;
-    const bool isPanorama = view != KivFisheyeLib::ViewTypeVCam;
-    if (arguments.hasWallViewAngle && (!isWall || !isPanorama)) {
+void CheckLens(const ViewArguments& arguments) {
+    if (arguments.hasWallViewAngle && !DependsOnWallViewAngle(arguments)) {
         throw UsageError("--wall-view-angle goes with the panorama of a wall camera alone");
     }
-    if (arguments.hasInnerRadius && (isWall || !isPanorama)) {
+    if (arguments.hasInnerRadius && !DependsOnInnerRadius(arguments)) {
         throw UsageError("--inner-radius goes with panoramas of ceiling and table cameras alone");
     }
 }
@@ -54,13 +51,29 @@ bool HasExtent(const KivFisheyeLib::DewarpParams& lens) {
     return lens.radiusX > 0.0F && lens.radiusY > 0.0F;
 }
 
+bool IsVirtualCamera(const ViewArguments& arguments) {
+    return ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeVCam;
+}
+
+bool IsWall(const ViewArguments& arguments) {
+    return MountOfName(arguments.mount) == KivFisheyeLib::MountTypeWall;
+}
+
+bool DependsOnWallViewAngle(const ViewArguments& arguments) {
+    return IsWall(arguments) && !IsVirtualCamera(arguments);
+}
+
+bool DependsOnInnerRadius(const ViewArguments& arguments) {
+    return !IsWall(arguments) && !IsVirtualCamera(arguments);
+}
+
 void CheckView(const ViewArguments& arguments, OutputKind output) {
     const auto mount = MountOfName(arguments.mount);
     const auto view = ViewOfName(arguments.view);
     if (!IsViewOfMount(mount, view)) {
         throw UsageError("a " + NameOf(mount) + " camera has no " + WordsFor(view));
     }
-    CheckLens(arguments, mount, view);
+    CheckLens(arguments);
     if (!arguments.size.empty()) {
         CheckSize(SizeOfText(arguments.size).value(), output);
     }

@@ -29,6 +29,13 @@ std::uint32_t BytesPerPixelOf(const ViewArguments& arguments);
 /// Whether the lens image is more than a line; otherwise no output size suits it.
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens);
 
+bool IsVirtualCamera(const ViewArguments& arguments);
+bool IsWall(const ViewArguments& arguments);
+
+/// Whether the view is another with another value of this part of the lens.
+bool DependsOnWallViewAngle(const ViewArguments& arguments);
+bool DependsOnInnerRadius(const ViewArguments& arguments);
+
 /// What is made of the flattened pictures. The pixels of a video ask for an even height.
 enum class OutputKind { Picture, Video };
 

@@ -1,5 +1,6 @@
 #include "ViewCamera.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -22,15 +23,19 @@ std::string WordsFor(const Angles& angles) {
     return words.str();
 }
 
+bool IsTiltOfMount(KivFisheyeLib::MountType mount, float tilt) {
+    return mount == KivFisheyeLib::MountTypeWall ||
+           (mount == KivFisheyeLib::MountTypeCeiling ? tilt >= 0.0F : tilt <= 0.0F);
+}
+
 /// Why a virtual camera of this mount does not look where it was asked to, as far as that is known.
 std::string ReasonForLimit(KivFisheyeLib::MountType mount, const Angles& asked,
                            const Angles& taken) {
     std::string reason;
-    if (mount == KivFisheyeLib::MountTypeTable && asked.tilt > 0.0F) {
-        reason += "; the tilt of a table camera is negative, from -90 to 0";
-    }
-    if (mount == KivFisheyeLib::MountTypeCeiling && asked.tilt < 0.0F) {
-        reason += "; the tilt of a ceiling camera is positive, from 0 to 90";
+    if (!IsTiltOfMount(mount, asked.tilt)) {
+        reason += mount == KivFisheyeLib::MountTypeTable
+                      ? "; the tilt of a table camera is negative, from -90 to 0"
+                      : "; the tilt of a ceiling camera is positive, from 0 to 90";
     }
     if (taken.zoom < kWidestZoomThatTurns) {
         reason +=
@@ -65,6 +70,25 @@ std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked,
                                    ? "; the panorama of a wall camera does not turn"
                                    : "";
     return words(WordsForPan(taken), WordsForPan(asked)) + reason;
+}
+
+std::string WordsForRemedy(const ViewArguments& arguments, const Angles& asked) {
+    constexpr double kNarrowest = 10.0;
+    constexpr double kWidestThatTurns = 90.0;
+    const KivFisheyeLib::MountType mount = MountOfName(arguments.mount);
+    if (ViewOfName(arguments.view) != KivFisheyeLib::ViewTypeVCam ||
+        !IsTiltOfMount(mount, asked.tilt)) {
+        return "";
+    }
+    const double pan = mount == KivFisheyeLib::MountTypeWall ? std::abs(double{asked.pan}) : 0.0;
+    const double offAxis = std::max(pan, std::abs(double{asked.tilt}));
+    // Half of the view lies between its middle and the rim.
+    const double widest = std::min(kWidestThatTurns, std::floor(2.0 * (90.0 - offAxis)));
+    std::ostringstream words;
+    if (widest >= kNarrowest) {
+        words << "; --fov " << widest << " is the widest that looks there";
+    }
+    return words.str();
 }
 
 void Expect(ResultCode result, const std::string& sentence) {

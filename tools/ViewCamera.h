@@ -23,6 +23,9 @@ bool IsSameView(const Angles& asked, const Angles& taken);
 /// and the reason where it is known. Of a panorama only the pan counts.
 std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked, const Angles& taken);
 
+/// Words such as "; --fov 36 is the widest that looks there", or nothing where no zoom does.
+std::string WordsForRemedy(const ViewArguments& arguments, const Angles& asked);
+
 /// Throws `Failure` with the sentence unless the library did what it was asked to.
 void Expect(ResultCode result, const std::string& sentence);
 

@@ -80,10 +80,6 @@ std::vector<Outline> RingOutlines(const ViewCamera& camera, const ViewArguments&
     return outlines;
 }
 
-bool IsWall(const ViewArguments& view) {
-    return MountOfName(view.mount) == KivFisheyeLib::MountTypeWall;
-}
-
 }  // namespace
 
 void CheckPointCount(const ViewArguments& view, std::uint32_t count) {

@@ -117,3 +117,80 @@ TEST(AimCommand, TellsBesideTheAnglesThatTheyAreLimited) {
               std::string::npos)
         << run.errors;
 }
+
+namespace {
+
+/// The degrees that an aim at the point is told are the widest, or nothing.
+std::string WidestFieldToldFor(const std::string& point, const std::string& mount,
+                               const std::vector<std::string>& options = {}) {
+    const TemporaryFolder folder;
+    const std::string before = "; --fov ";
+    const std::string after = " is the widest that looks there\n";
+    const ToolRun run = RunTool(folder, Joined({"aim", point, "--mount", mount}, options));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.errors.find("the view is limited"), std::string::npos) << point << run.errors;
+    const std::size_t start = run.errors.find(before);
+    if (start == std::string::npos) {
+        return "";
+    }
+    const std::size_t end = run.errors.find(after, start);
+    EXPECT_NE(end, std::string::npos) << run.errors;
+    return run.errors.substr(start + before.size(), end - start - before.size());
+}
+
+}  // namespace
+
+TEST(AimCommand, TellsTheWidestFieldOfViewThatReachesThePoint) {
+    struct Case {
+        const char* point;
+        const char* mount;
+        const char* widest;
+    };
+    // The distance from the rim is that many ninetieths of half the frame: 17.1 degrees of 0.095.
+    for (const Case& each : {Case{"0.905,0.5", "ceiling", "34"}, Case{"0.5,0.095", "ceiling", "34"},
+                             Case{"0.905,0.5", "table", "34"}, Case{"0.5,0.905", "wall", "34"},
+                             Case{"0.095,0.5", "wall", "34"}, Case{"0.5,0.968", "table", "11"}}) {
+        const TemporaryFolder folder;
+        EXPECT_EQ(WidestFieldToldFor(each.point, each.mount), each.widest) << each.point;
+        OutputOfGoodRun(folder, {"aim", each.point, "--mount", each.mount, "--fov", each.widest});
+        const std::string wider = std::to_string(std::stoi(each.widest) + 1);
+        EXPECT_EQ(WidestFieldToldFor(each.point, each.mount, {"--fov", wider}), each.widest);
+    }
+}
+
+TEST(AimCommand, TellsOfNoMoreThanTheDegreesThatTurn) {
+    EXPECT_EQ(WidestFieldToldFor("0.6,0.5", "wall", {"--fov", "120"}), "90");
+    OutputOfGoodRun(TemporaryFolder(), {"aim", "0.6,0.5", "--mount", "wall", "--fov", "90"});
+}
+
+TEST(AimCommand, TellsOfNoFieldOfViewWhereNoneIsNarrowEnough) {
+    for (const char* mount : {"ceiling", "table", "wall"}) {
+        // 4.5 degrees from the rim.
+        EXPECT_EQ(WidestFieldToldFor("0.975,0.5", mount), "");
+    }
+}
+
+TEST(AimCommand, TellsThatAPointLiesOutsideTheLensImage) {
+    const TemporaryFolder folder;
+    const std::string sentence = "the point lies outside the lens image\n";
+    for (const char* mount : {"ceiling", "table", "wall"}) {
+        const ToolRun run = RunTool(folder, {"aim", "0.9,0.9", "--mount", mount});
+        EXPECT_EQ(run.status, 0);
+        AimOf(run.output);
+        EXPECT_NE(run.errors.find(sentence), std::string::npos) << run.errors;
+        EXPECT_EQ(run.errors.find("--fov"), std::string::npos) << run.errors;
+    }
+    const std::vector<std::string> lens = {"--mount", "wall", "--radius-x", "0.3"};
+    EXPECT_NE(RunTool(folder, Joined({"aim", "0.81,0.5"}, lens)).errors.find(sentence),
+              std::string::npos);
+    EXPECT_EQ(RunTool(folder, Joined({"aim", "0.8,0.5"}, lens)).errors.find(sentence),
+              std::string::npos);
+}
+
+TEST(AimCommand, CallsNoPointOfTheRimOutside) {
+    const TemporaryFolder folder;
+    for (const char* point : {"0,0.5", "1,0.5", "0.5,0", "0.5,1"}) {
+        const ToolRun run = RunTool(folder, {"aim", point, "--mount", "table"});
+        EXPECT_EQ(run.errors.find("outside"), std::string::npos) << point << run.errors;
+    }
+}

@@ -6,6 +6,7 @@ using KivFisheyeTools::Angles;
 using KivFisheyeTools::IsSameView;
 using KivFisheyeTools::ViewArguments;
 using KivFisheyeTools::WordsForLimit;
+using KivFisheyeTools::WordsForRemedy;
 
 namespace {
 
@@ -90,4 +91,27 @@ TEST(LimitedView, NamesTheZoomThatTiltsNeedAsWell) {
               std::string("is limited to pan 0, tilt 0 and zoom 1 instead of pan 0, tilt -30 and "
                           "zoom 1") +
                   kZoomCure);
+}
+
+TEST(Remedy, IsTheFieldOfViewThatFitsBetweenTheMiddleAndTheRim) {
+    const auto expect = [](const char* mount, const Angles& asked, const std::string& widest) {
+        EXPECT_EQ(WordsForRemedy(ViewOf(mount, "vcam"), asked),
+                  widest.empty() ? "" : "; --fov " + widest + " is the widest that looks there")
+            << mount << asked.pan << ' ' << asked.tilt;
+    };
+    // Ceilings and tables look anywhere around the axis, so that their pan does not count.
+    expect("ceiling", {200.0F, 70.25F, 3.0F}, "39");
+    expect("table", {200.0F, -70.25F, 3.0F}, "39");
+    expect("wall", {-70.25F, 60.0F, 3.0F}, "39");
+    expect("wall", {10.0F, -70.25F, 3.0F}, "39");
+    expect("ceiling", {0.0F, 20.0F, 1.5F}, "90");
+    expect("ceiling", {0.0F, 85.0F, 3.0F}, "10");
+    expect("ceiling", {0.0F, 85.1F, 3.0F}, "");
+    expect("wall", {95.0F, 0.0F, 3.0F}, "");
+}
+
+TEST(Remedy, IsNoneForATiltOfAnotherMountOrAPanorama) {
+    EXPECT_EQ(WordsForRemedy(ViewOf("ceiling", "vcam"), {0.0F, -60.0F, 3.0F}), "");
+    EXPECT_EQ(WordsForRemedy(ViewOf("table", "vcam"), {0.0F, 60.0F, 3.0F}), "");
+    EXPECT_EQ(WordsForRemedy(ViewOf("wall", "full"), {30.0F, 0.0F, 1.0F}), "");
 }

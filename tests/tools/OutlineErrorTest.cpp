@@ -71,9 +71,10 @@ const std::vector<ErrorCase> kOutlineCases = {
 const std::vector<ErrorCase> kOtherCases = {
     {"AimAtNothing", {"aim", "--mount", "wall"}, kUsage, "POINT"},
     {"AimOfNoMount", {"aim", "0.5,0.5"}, kUsage, "--mount"},
-    {"AimAtOneNumber", Aim("0.5"), kUsage, "2 finite numbers"},
-    {"AimAtThreeNumbers", Aim("0.5,0.5,0.5"), kUsage, "2 finite numbers"},
-    {"AimAtNan", Aim("nan,0.5"), kUsage, "2 finite numbers"},
+    {"AimAtOneNumber", Aim("0.5"), kUsage, "is not two numbers with a comma between them"},
+    {"AimAtThreeNumbers", Aim("0.5,0.5,0.5"), kUsage,
+     "is not two numbers with a comma between them"},
+    {"AimAtNan", Aim("nan,0.5"), kUsage, "is not two numbers with a comma between them"},
     {"AimAtPixels", Aim("640,480"), kUsage, "POINT: both numbers must be from 0 to 1"},
     {"AimBeforeTheLeftEdge", Aim("-0.1,0.5"), kUsage, "POINT: both numbers must be from 0 to 1"},
     {"AimWithZoomAndFieldOfView", Aim("0.5,0.5", {"--zoom", "3", "--fov", "60"}), kUsage,
@@ -83,7 +84,8 @@ const std::vector<ErrorCase> kOtherCases = {
     {"SnapshotWithoutOutput", {"snapshot", "input.png"}, kUsage, "OUTPUT"},
     {"SnapshotAsVideo", Snapshot({}, "o.mp4"), kUsage, ".png, .jpg or .jpeg"},
     {"SnapshotOfItself", Snapshot({}, "input.png"), kUsage, "replace the input input.png"},
-    {"SnapshotOfASize", Snapshot({"--size", "64x64"}), kUsage, "--size"},
+    {"SnapshotOfASize", Snapshot({"--size", "64x64"}), kUsage,
+     "not expected by snapshot: --size 64x64; --size goes with dewarp, outline, scene and sweep\n"},
     {"SnapshotTilted", Snapshot({"--tilt", "5"}), kUsage, "only --view vcam takes --tilt\n"},
     {"SnapshotOfAWallsDual",
      {"snapshot", "input.png", "o.png", "--mount", "wall", "--view", "dual"},
@@ -98,7 +100,30 @@ const std::vector<ErrorCase> kOtherCases = {
     {"SnapshotInNoDirectory", Snapshot({}, "none/o.png"), kFailure, "none/o.png"},
     {"MeshWithoutView", Mesh({}), kUsage, "--view"},
     {"MeshOfAVirtualCamera", Mesh({"--view", "vcam"}), kUsage,
-     "a virtual camera has no mesh: --view must be full or dual"},
+     "--view: there is no panorama 'vcam': dual or full\n"},
+    {"MeshTurned", Mesh({"--view", "full", "--pan", "3"}), kUsage,
+     "not expected by mesh: --pan 3; --pan goes with dewarp, outline and snapshot\n"},
+    {"MeshOfAnOptionOfNobody", Mesh({"--view", "full", "--roll=3", "--yaw"}), kUsage,
+     "not expected by mesh: --roll=3 --yaw\n"},
+    {"MeshInTwoFiles", Mesh({"second.obj", "third.obj", "--view", "full"}), kUsage,
+     "not expected by mesh: second.obj third.obj\n"},
+    {"CommandOfNobody", {"dance", "input.png"}, kUsage, "not expected: dance input.png\n"},
+    {"OptionBeforeTheCommand",
+     {"--zoom=3"},
+     kUsage,
+     "not expected: --zoom=3; --zoom goes with aim, dewarp, outline and snapshot\n"},
+    {"OutlineOfNoMount",
+     {"outline", "input.png", "o.svg", "--mount", "floor"},
+     kUsage,
+     "--mount: there is no mount 'floor': wall, ceiling or table\n"},
+    {"OutlineOfAWideView", Outline("wide", {}), kUsage,
+     "--view: there is no view 'wide': vcam, dual or full\n"},
+    {"MeshWithoutLens", Mesh({"--view", "full", "--radius-x", "0"}), kFailure,
+     "the lens image is too small for a mesh\n"},
+    {"MeshOfALensWithoutHeight", Mesh({"--view", "dual", "--radius-y", "0"}, "o.json"), kFailure,
+     "the lens image is too small for a mesh\n"},
+    {"MeshOfALensThatFloatsLose", Mesh({"--view", "full", "--radius-y", "1e-9"}), kFailure,
+     "the lens image is too small for a mesh\n"},
     {"MeshOfAWallsDual",
      {"mesh", "o.obj", "--mount", "wall", "--view", "dual"},
      kUsage,
@@ -152,4 +177,21 @@ TEST(Help, HasExamples) {
         const std::string help = OutputOfGoodRun(folder, {command, "--help"});
         EXPECT_NE(help.find("Example:\n  kivfisheye " + command + ' '), std::string::npos) << help;
     }
+}
+
+TEST(Help, OffersTheMeshOfPanoramasAlone) {
+    const TemporaryFolder folder;
+    const std::string help = OutputOfGoodRun(folder, {"mesh", "--help"});
+    EXPECT_NE(help.find("--view TEXT:{dual,full}"), std::string::npos) << help;
+    EXPECT_EQ(help.find("vcam"), std::string::npos) << help;
+    EXPECT_EQ(help.find("virtual camera"), std::string::npos) << help;
+}
+
+TEST(Help, TellsWhatHasASurprise) {
+    const TemporaryFolder folder;
+    EXPECT_NE(OutputOfGoodRun(folder, {"aim", "--help"}).find("near the rim need a small one"),
+              std::string::npos);
+    EXPECT_NE(OutputOfGoodRun(folder, {"outline", "--help"})
+                  .find("an inner radius of 0 has no inner outline"),
+              std::string::npos);
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <sstream>
 
 #include "GoodRun.h"
@@ -36,6 +37,14 @@ std::vector<std::string> NamesOf(const Json& file) {
     std::vector<std::string> names;
     for (const Json& outline : file["outlines"].list) {
         names.push_back(outline["name"].text);
+    }
+    return names;
+}
+
+std::set<std::string> MembersOf(const Json& object) {
+    std::set<std::string> names;
+    for (const auto& [name, value] : object.members) {
+        names.insert(name);
     }
     return names;
 }
@@ -185,12 +194,49 @@ TEST_F(OutlineFile, SaysWhatItHolds) {
     EXPECT_EQ(file["lens"]["radiusX"].number, 0.375F);
     EXPECT_EQ(file["lens"]["radiusY"].number, 0.5F);
     EXPECT_EQ(file["lens"]["wallViewAngle"].number, 60.0F);
-    EXPECT_EQ(file["lens"]["innerRadiusRatio"].number, 0.0F);
     EXPECT_EQ(file["input"]["width"].number, 640.0F);
     EXPECT_EQ(file["input"]["height"].number, 480.0F);
     EXPECT_NE(file["coordinates"].text.find("fractions of the frame"), std::string::npos);
+    EXPECT_NE(file["coordinates"].text.find("0 is the middle of the first pixel and 1 that of the "
+                                            "last"),
+              std::string::npos);
     EXPECT_EQ(PointsOf(file, 0).size(), 512U);
     EXPECT_EQ(PointsOf(file, 1).size(), 512U);
+}
+
+TEST_F(OutlineFile, HasTheMembersThatTheViewDependsOn) {
+    struct Case {
+        const char* mount;
+        const char* view;
+        Names turned;
+        Names lens;
+    };
+    const Names all = {"pan", "tilt", "zoom", "output"};
+    for (const Case& each :
+         {Case{"wall", "vcam", all, {}}, Case{"ceiling", "vcam", all, {}},
+          Case{"table", "vcam", all, {}}, Case{"wall", "full", {}, {"wallViewAngle"}},
+          Case{"ceiling", "full", {"pan"}, {"innerRadiusRatio"}},
+          Case{"table", "dual", {"pan"}, {"innerRadiusRatio"}}}) {
+        const Json file = WrittenJson({"--mount", each.mount, "--view", each.view});
+        std::set<std::string> members = {"mount", "view",        "lens",
+                                         "input", "coordinates", "outlines"};
+        members.insert(each.turned.begin(), each.turned.end());
+        EXPECT_EQ(MembersOf(file), members) << each.mount << each.view;
+        std::set<std::string> lens = {"radiusX", "radiusY"};
+        lens.insert(each.lens.begin(), each.lens.end());
+        EXPECT_EQ(MembersOf(file["lens"]), lens) << each.mount << each.view;
+    }
+}
+
+TEST_F(OutlineFile, SaysTheSizeThatShapesAVirtualCamerasView) {
+    const std::vector<std::string> options = {"--mount", "table", "--view", "vcam"};
+    const Json sized = WrittenJson(Joined(options, {"--size", "320x201"}));
+    EXPECT_EQ(sized["output"]["width"].number, 320.0F);
+    EXPECT_EQ(sized["output"]["height"].number, 201.0F);
+    // The size recommended for a lens image of 384 by 480 pixels.
+    const Json usual = WrittenJson(Joined(options, {"--radius-x", "0.3"}));
+    EXPECT_EQ(usual["output"]["width"].number, 384.0F);
+    EXPECT_EQ(usual["output"]["height"].number, 480.0F);
 }
 
 TEST_F(OutlineFile, IsAlsoAnSvgOfThePicturesSizeWithPolygonsInPixels) {
