@@ -5,6 +5,7 @@
 #include "OutlineBenchmark.h"
 #include "PanoramaBenchmark.h"
 #include "RatioTable.h"
+#include "TableBenchmark.h"
 #include "VCamBenchmark.h"
 
 int main(int argc, char** argv) {
@@ -28,6 +29,7 @@ int main(int argc, char** argv) {
         RegisterPanoramaBenchmarks();
         RegisterVCamBenchmarks();
         RegisterOutlineBenchmarks();
+        RegisterTableBenchmarks();
         benchmark::RunSpecifiedBenchmarks(&reporter);
     } catch (const std::exception& problem) {
         std::cerr << problem.what() << '\n';

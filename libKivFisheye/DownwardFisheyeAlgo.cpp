@@ -1,6 +1,15 @@
 #include "DownwardFisheyeAlgo.h"
 
 #include "DownwardFisheyeAlgo_C.h"
+#if defined(__x86_64__)
+#include "DownwardFisheyeAlgo_AVX.h"
+#include "DownwardFisheyeAlgo_SSE41.h"
+#else
+namespace DownwardFisheyeAlgoNS {
+namespace SSE41 = C;
+namespace AVX = C;
+}  // namespace DownwardFisheyeAlgoNS
+#endif
 #include "ring/RingConverters.h"
 #include "ring/RingFit.h"
 #include "vcam/Aiming.h"

@@ -7,10 +7,10 @@
 #include "MemoryUtils.h"
 #include "OutputRows.h"
 #include "Pixel.h"
+#include "SourceLanes.h"
 #include "TargetRegion.h"
 #include "sse/avxMath.h"
 #include "vcam/RaySteps.h"
-#include "vcam/SourceLanes.h"
 #include "vcam/VCamJob.h"
 
 KIVFISHEYE_TARGET_BEGIN("avx")
@@ -48,7 +48,8 @@ void Convert(const vcam::VCamJob& job) {
     const vcam::ViewGrid view(job);
     const LensLanes lens(job, view);
     RayWalk walk(job, view);
-    const vcam::SourceLanes<Pixel> source(job);
+    const SourceLanes<Pixel> source(job.source, job.sourceWidth, job.sourceHeight,
+                                    job.sourceStride);
     CAlignedBufferT<Samples, alignof(Samples)> samples;
     samples.Allocate(static_cast<unsigned long long>(groups));
     // A block of samples is copied to its row while the next row's are found, which then take its

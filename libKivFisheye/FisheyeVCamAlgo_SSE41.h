@@ -6,11 +6,11 @@
 
 #include "OutputRows.h"
 #include "Pixel.h"
+#include "SourceLanes.h"
 #include "TargetRegion.h"
 #include "sse/sseMath.h"
 #include "sse/sseUtil.h"
 #include "vcam/RaySteps.h"
-#include "vcam/SourceLanes.h"
 #include "vcam/VCamJob.h"
 
 KIVFISHEYE_TARGET_BEGIN("sse4.1")
@@ -44,7 +44,8 @@ void Convert(const vcam::VCamJob& job) {
     const vcam::ViewGrid view(job);
     const LensLanes lens(job, view);
     RayWalk walk(job, view);
-    const vcam::SourceLanes<Pixel> source(job);
+    const SourceLanes<Pixel> source(job.source, job.sourceWidth, job.sourceHeight,
+                                    job.sourceStride);
     const int groups = (widestRow - 1) / kLanes + 1;
     for (int row = 0; row < job.targetHeight; ++row) {
         unsigned char* const target = job.target + std::ptrdiff_t{row} * job.targetStride;

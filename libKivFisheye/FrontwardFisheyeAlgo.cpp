@@ -6,10 +6,18 @@
 #include "BestFit.h"
 #include "Degrees.h"
 #include "FrontwardFisheyeAlgo_C.h"
-#include "FrontwardFisheyeAlgo_SSE41.h"
 #include "PanoramaConverters.h"
 #include "TruncateToInt.h"
 #include "vcam/Aiming.h"
+#if defined(__x86_64__)
+#include "FrontwardFisheyeAlgo_AVX.h"
+#include "FrontwardFisheyeAlgo_SSE41.h"
+#else
+namespace FrontwardFisheyeAlgoNS {
+namespace SSE41 = C;
+namespace AVX = C;
+}  // namespace FrontwardFisheyeAlgoNS
+#endif
 
 namespace FrontwardFisheyeAlgoNS {
 
@@ -58,13 +66,13 @@ struct CPanoramaConverter::Impl : TableConverter<Impl> {
 };
 
 // clang-format off
-ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<24>>>;
-ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<32>>>;
+ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<24>>, KernelIn<Form::SSE41, SSE41::CvtPanoramaRGB<24>>>;
+ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<32>>, KernelIn<Form::SSE41, SSE41::CvtPanoramaRGB<32>>>;
 KernelPointer<ConvertFunction> CPanoramaSimpleConverter::Impl::_cvt_rgb24_impl(_cvt_rgb24_dispatch);
 KernelPointer<ConvertFunction> CPanoramaSimpleConverter::Impl::_cvt_rgb32_impl(_cvt_rgb32_dispatch);
 
-BuildFunction& CPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
-BuildFunction& CPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
+BuildFunction& CPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
+BuildFunction& CPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
 ConvertByTableFunction& CPanoramaConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB32ByFisheyeAddrOffsetTable<OutOfFrame>>, KernelIn<Form::SSE41, SSE41::CvtPanoramaRGB32ByFisheyeAddrOffsetTable<OutOfFrame>>>;
 KernelPointer<BuildFunction> CPanoramaConverter::Impl::_init_table_rgb24_impl(_init_table_rgb24_dispatch);
 KernelPointer<BuildFunction> CPanoramaConverter::Impl::_init_table_rgb32_impl(_init_table_rgb32_dispatch);

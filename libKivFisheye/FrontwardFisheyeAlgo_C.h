@@ -15,6 +15,7 @@
 #include "TableConversion.h"
 #include "wall/WallDirection.h"
 #include "wall/WallJob.h"
+#include "wall/WallRows.h"
 
 /// The kernels of a wall camera in scalar arithmetic: the definition of the mapping.
 ///
@@ -24,6 +25,9 @@
 /// turn away lies `radiusX` of the frame's width or `radiusY` of its height out. The nearest source
 /// pixel towards the frame's top left is taken.
 namespace FrontwardFisheyeAlgoNS::C {
+
+using scalar::ConvertWalk;
+using scalar::FillTable;
 
 /// A point of the source frame from its centre, in fractions of the frame, v downward.
 struct LensPoint {
@@ -54,11 +58,7 @@ template <class Products>
 class WallWalk {
 public:
     explicit WallWalk(const wall::WallJob& job)
-        : m_longitudes({-kQuarterTurn, kQuarterTurn}, job.dstWidth),
-          m_latitude(AngleOf(-HalfAngle(job))),
-          m_latitudeStep(AngleOf(StepOf({-HalfAngle(job), HalfAngle(job)}, job.dstHeight))),
-          m_kx(job.radiusX * kQuarterTurnsPerRadian),
-          m_ky(job.radiusY * kQuarterTurnsPerRadian) {}
+        : m_longitudes(wall::kLongitudes, job.dstWidth), m_rows(job) {}
 
     /// Calls `visit(column, u, v)`, v upward, for each of the first `columns` columns whose point
     /// lies in the source frame, its edges included. The lens axis itself has no direction in the
@@ -68,62 +68,23 @@ public:
         const float* const sines = m_longitudes.Sines();
         const float* const cosines = m_longitudes.Cosines();
         for (int column = 0; column < columns; ++column) {
-            const wall::Direction direction(cosines[column], sines[column], m_latitude.cosine,
-                                            m_latitude.sine);
-            const LensPoint point = Products::PointOf(direction, m_kx, m_ky);
+            const wall::Direction direction(cosines[column], sines[column], m_rows.latitude.cosine,
+                                            m_rows.latitude.sine);
+            const LensPoint point = Products::PointOf(direction, m_rows.kx, m_rows.ky);
             if (std::fabs(point.u) <= 0.5F && std::fabs(point.v) <= 0.5F) {
                 visit(column, point.u, -point.v);
             }
         }
     }
 
-    void NextRow() { m_latitude.Advance(m_latitudeStep); }
+    void NextRow() { m_rows.Next(); }
 
 private:
-    static float HalfAngle(const wall::WallJob& job) {
-        return job.wallViewAngle * kDegreesToRadians;
-    }
-
     ColumnAngles m_longitudes;
-    RunningAngle<float> m_latitude;  // positive downward
-    RunningAngle<float> m_latitudeStep;
-    float m_kx;
-    float m_ky;
+    wall::Rows m_rows;
 };
 
-/// Converts one frame, evaluating the mapping afresh.
-template <unsigned long bits>
-void CvtPanoramaRGB(int srcWidth, int srcHeight, int srcStride, const unsigned char* src,
-                    int dstWidth, int dstHeight, int dstStride, unsigned char* dst, float radiusX,
-                    float radiusY, float wallViewAngle) {
-    using Pixel = PixelT<bits>;
-    const wall::WallJob job{
-        {{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}},
-         radiusX,
-         radiusY},
-        wallViewAngle};
-    if (job.HasPixels(Pixel::kBytes)) {
-        ConvertWalk<Pixel>(job, WallWalk<DirectProducts>(job), src, dst);
-    } else {
-        ClearRows(dst, dstHeight, dstStride);
-    }
-}
-
-/// Fills `table`, which has an entry for every pixel of the panorama, with the byte offset of each
-/// one's source pixel, or `outOfFrame`.
-template <int bits, int outOfFrame>
-void InitPanoramaCoorToFisheyeAddrOffsetTableRGB(int srcWidth, int srcHeight, int srcStride,
-                                                 int dstWidth, int dstHeight, int dstStride,
-                                                 float radiusX, float radiusY, float wallViewAngle,
-                                                 CAlignedBufferT<int, 32>& table) {
-    std::fill_n(table.data(), table.count(), outOfFrame);
-    const wall::WallJob job{
-        {{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, bits}, radiusX, radiusY},
-        wallViewAngle};
-    if (table.count() != 0 && job.HasSource()) {
-        FillTable<bits / 8>(job, WallWalk<TableProducts>(job), table.data());
-    }
-}
+#include "wall/WallForm.inl"
 
 /// Converts one frame of 32-bit pixels by a table.
 template <int outOfFrame>

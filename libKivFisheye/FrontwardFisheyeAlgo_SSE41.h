@@ -1,9 +1,35 @@
 #ifndef KIVFISHEYE_FRONTWARD_FISHEYE_ALGO_SSE41_H
 #define KIVFISHEYE_FRONTWARD_FISHEYE_ALGO_SSE41_H
 
-#include "FrontwardFisheyeAlgo_C.h"
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
+#include "FrontwardFisheyeAlgo_C.h"
+#include "MemoryUtils.h"
+#include "OutputRows.h"
+#include "PanoramaWalk.h"
+#include "Pixel.h"
+#include "SourceLanes.h"
+#include "TargetRegion.h"
+#include "sse/ColumnAngleLanes.h"
+#include "sse/sseMath.h"
+#include "wall/WallRows.h"
+
+KIVFISHEYE_TARGET_BEGIN("sse4.1")
+
+/// The kernels of a wall camera in four lanes. A position is rounded to the nearest pixel, ties to
+/// the even one. Any width is served: what is left of the last group is computed and not stored.
 namespace FrontwardFisheyeAlgoNS::SSE41 {
+
+using Floats = sse::sse4Floats;
+using Mask = sse::sseMask;
+
+[[gnu::always_inline]] inline sse::sse4Ints ToPixels(Floats position) {
+    return RoundToInts(position);
+}
+
+#include "wall/WallLanes.inl"
 
 /// The scalar conversion: a table leads to scattered pixels, and without a gather instruction lanes
 /// have nothing to add.
@@ -16,5 +42,7 @@ void CvtPanoramaRGB32ByFisheyeAddrOffsetTable(const unsigned char* src, int dstW
 }
 
 }  // namespace FrontwardFisheyeAlgoNS::SSE41
+
+KIVFISHEYE_TARGET_END
 
 #endif

@@ -22,7 +22,7 @@ using sse::sse4Floats;
 inline void FillTextureCoordinates(int width, int height, float wallViewAngle, bool centerAtOrigin,
                                    float* coordinates) {
     const sse4Floats scale(kRadiusPerRadian);
-    const ColumnAngleLanes longitudes({-kQuarterTurn, kQuarterTurn}, width);
+    const ColumnAngleLanes<sse4Floats::kLanes> longitudes({-kQuarterTurn, kQuarterTurn}, width);
     const float* const sines = longitudes.Sines();
     const float* const cosines = longitudes.Cosines();
     const sse4Floats center(CenterOf(centerAtOrigin));

@@ -2,6 +2,15 @@
 
 #include "DownwardFisheyeAlgo.h"
 #include "UpwardFisheyeAlgo_C.h"
+#if defined(__x86_64__)
+#include "UpwardFisheyeAlgo_AVX.h"
+#include "UpwardFisheyeAlgo_SSE41.h"
+#else
+namespace UpwardFisheyeAlgoNS {
+namespace SSE41 = C;
+namespace AVX = C;
+}  // namespace UpwardFisheyeAlgoNS
+#endif
 #include "ring/RingConverters.h"
 #include "vcam/Aiming.h"
 

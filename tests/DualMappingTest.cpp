@@ -35,6 +35,8 @@ double ErrorOfATurn(const Ring& ring) {
 /// stands at the frame's edge for one may be beyond it for the other.
 void ExpectTurnedPictureShows(const std::vector<unsigned char>& frame, const Ring& ring,
                               int bytesPerPixel, const ExactRing& exact) {
+    // A pixel shows what lies within half a pixel of its middle, or of its number in lanes.
+    const double middle = exact.Form() == KernelForm::C ? 0.5 : 0.0;
     const double angle = ErrorOfATurn(ring);
     const double moveOfU = static_cast<double>(ring.radiusX) * angle;
     const double moveOfV = static_cast<double>(ring.radiusY) * angle;
@@ -51,9 +53,9 @@ void ExpectTurnedPictureShows(const std::vector<unsigned char>& frame, const Rin
                 continue;
             }
             ASSERT_TRUE(point.IsInside(margin)) << x << ", " << y << "; " << ring;
-            ASSERT_NEAR(place->column + 0.5, point.column, 0.5 + columnError)
+            ASSERT_NEAR(place->column + middle, point.column, 0.5 + columnError)
                 << x << ", " << y << "; " << ring;
-            ASSERT_NEAR(place->row + 0.5, point.row, 0.5 + rowError)
+            ASSERT_NEAR(place->row + middle, point.row, 0.5 + rowError)
                 << x << ", " << y << "; " << ring;
         }
     }
@@ -61,40 +63,63 @@ void ExpectTurnedPictureShows(const std::vector<unsigned char>& frame, const Rin
 
 }  // namespace
 
+/// A form's direct conversions.
 template <class Family>
-class DualMapping : public ::testing::Test {
+class DualMapping : public FormTest<Family> {
 protected:
     static std::vector<unsigned char> SourceOf(const Ring& ring) {
         return CoordinateFrame(ring.srcWidth, ring.srcHeight, ring.srcStride, Family::kBytes);
     }
 };
 
-TYPED_TEST_SUITE(DualMapping, DualFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(DualMapping, Forms<DualFamilies>::Direct, RingFormNames);
 
-TYPED_TEST(DualMapping, DirectConversionSamplesTheNearestPixelOrTheOneBefore) {
+/// A form's tables.
+template <class Family>
+class DualTableMapping : public DualMapping<Family> {};
+
+TYPED_TEST_SUITE(DualTableMapping, Forms<DualFamilies>::Builders, RingFormNames);
+
+/// The conversions that turn a table, in the form that this processor gives it.
+template <class Family>
+class DualTurnMapping : public ::testing::Test {
+protected:
+    static std::vector<unsigned char> SourceOf(const Ring& ring) {
+        return CoordinateFrame(ring.srcWidth, ring.srcHeight, ring.srcStride, Family::kBytes);
+    }
+};
+
+TYPED_TEST_SUITE(DualTurnMapping, DualFamilies, RingFamilyNames);
+
+TYPED_TEST(DualMapping, EveryPixelShowsItsDirection) {
     for (const Ring& ring : MappedDualRings(TypeParam::kBytes)) {
         const auto src = this->SourceOf(ring);
         for (const float pan : {0.0F, 30.0F, 211.7F, 359.9F, -75.5F}) {
-            ASSERT_NO_FATAL_FAILURE(
-                ExpectRingShows(DirectPicture<TypeParam>(ring, pan, src), ring, TypeParam::kBytes,
-                                ExactRing::DualDirect(TypeParam::kMount, ring, pan)))
+            ASSERT_NO_FATAL_FAILURE(ExpectRingShows(
+                KernelPicture<TypeParam>(ring, pan, src), ring, TypeParam::kBytes,
+                ExactRing::DualDirect(TypeParam::kMount, ring, pan, TypeParam::kForm)))
                 << "pan " << pan;
         }
     }
 }
 
-TYPED_TEST(DualMapping, TableSamplesTheNearestPixelOrTheOneBefore) {
+TYPED_TEST(DualTableMapping, EveryPixelShowsItsDirection) {
     for (const Ring& ring : MappedDualRings(TypeParam::kBytes)) {
-        const auto src = this->SourceOf(ring);
-        const ExactRing exact = ExactRing::DualTable(TypeParam::kMount, ring);
-        ASSERT_NO_FATAL_FAILURE(
-            ExpectRingShows(TablePicture<TypeParam>(ring, src), ring, TypeParam::kBytes, exact));
-        ASSERT_NO_FATAL_FAILURE(ExpectRingShows(TablePicture<TypeParam>(ring, src, 360.0F), ring,
-                                                TypeParam::kBytes, exact));
+        ASSERT_NO_FATAL_FAILURE(ExpectRingShows(
+            BuiltTablePicture<TypeParam>(ring, this->SourceOf(ring)), ring, TypeParam::kBytes,
+            ExactRing::DualTable(TypeParam::kMount, ring, TypeParam::kForm)));
     }
 }
 
-TYPED_TEST(DualMapping, TurnedTableLooksWhereTheDirectConversionOfThatPanLooks) {
+TYPED_TEST(DualTurnMapping, TableTurnedByAWholeTurnShowsItsDirections) {
+    for (const Ring& ring : MappedDualRings(TypeParam::kBytes)) {
+        ASSERT_NO_FATAL_FAILURE(
+            ExpectRingShows(TablePicture<TypeParam>(ring, this->SourceOf(ring), 360.0F), ring,
+                            TypeParam::kBytes, ExactRing::DualTable(TypeParam::kMount, ring)));
+    }
+}
+
+TYPED_TEST(DualTurnMapping, TurnedTableLooksWhereTheDirectConversionOfThatPanLooks) {
     for (Ring ring : MappedDualRings(TypeParam::kBytes)) {
         ring.dstWidth = 4 * ring.dstWidth + 1;
         ring.dstStride = ring.dstWidth * TypeParam::kBytes;
@@ -102,24 +127,23 @@ TYPED_TEST(DualMapping, TurnedTableLooksWhereTheDirectConversionOfThatPanLooks) 
         for (const float pan : {1.0F, 45.0F, 90.0F, 179.0F, 181.0F, 270.0F, 359.0F, 450.0F}) {
             ASSERT_NO_FATAL_FAILURE(ExpectTurnedPictureShows(
                 TablePicture<TypeParam>(ring, src, pan), ring, TypeParam::kBytes,
-                ExactRing::DualDirect(TypeParam::kMount, ring, pan)))
+                ExactRing::DualDirect(TypeParam::kMount, ring, pan, FormOfTables())))
                 << "pan " << pan;
         }
     }
 }
 
-// The quarter positions by hand, at the rim of a round lens of 40 pixels around (50, 50): at pan 90
+// The quarter positions by hand, at the rim of a round lens of 40.2 pixels around (50, 50): at pan 90
 // the middle of the upper half shows what was at its left end before.
-TYPED_TEST(DualMapping, QuarterTurnMovesTheLeftEndsToTheMiddlesOnBothPaths) {
+TYPED_TEST(DualTurnMapping, QuarterTurnMovesTheLeftEndsToTheMiddlesOnBothPaths) {
     Ring ring = PackedRing(101, 101, 101, 2, TypeParam::kBytes);
-    ring.radiusX = ring.radiusY = 0.405F;
+    ring.radiusX = ring.radiusY = 0.402F;
     ring.innerRadiusRatio = 1.0F;
     const auto src = this->SourceOf(ring);
-    const int left = 9;
-    const int right = 90;
     const bool isTableMount = TypeParam::kMount == Mount::Table;
-    for (const auto& frame :
-         {DirectPicture<TypeParam>(ring, 90.0F, src), TablePicture<TypeParam>(ring, src, 90.0F)}) {
+    const auto expectMiddles = [&](const std::vector<unsigned char>& frame, KernelForm form) {
+        const int left = PixelShownAt(form, 9.8);
+        const int right = PixelShownAt(form, 90.2);
         const auto upper = PlaceIn(frame.data() + 50 * TypeParam::kBytes, TypeParam::kBytes);
         const auto lower = PlaceIn(frame.data() + 151 * TypeParam::kBytes, TypeParam::kBytes);
         ASSERT_TRUE(upper.has_value() && lower.has_value());
@@ -127,5 +151,7 @@ TYPED_TEST(DualMapping, QuarterTurnMovesTheLeftEndsToTheMiddlesOnBothPaths) {
         EXPECT_EQ(lower->column, isTableMount ? left : right);
         EXPECT_NEAR(upper->row, 50.0, 1.3);
         EXPECT_NEAR(lower->row, 50.0, 1.3);
-    }
+    };
+    expectMiddles(DirectPicture<TypeParam>(ring, 90.0F, src), FormOfDirectConversions());
+    expectMiddles(TablePicture<TypeParam>(ring, src, 90.0F), FormOfTables());
 }

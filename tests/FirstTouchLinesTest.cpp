@@ -35,6 +35,18 @@ using observed::FirstTouchLines;
 
 constexpr int kLine = 64;
 
+/// A row is looked at in every fourth column, from the first, second, third or fourth on.
+constexpr int kSparse = 4;
+
+/// Entries that are all looked at, as each stands in four columns.
+std::vector<int> InFourColumns(const std::vector<int>& entries) {
+    std::vector<int> wide;
+    for (const int entry : entries) {
+        wide.insert(wide.end(), kSparse, entry);
+    }
+    return wide;
+}
+
 /// A list of lines beside a plain one.
 class Lines : public ::testing::Test {
 protected:
@@ -48,7 +60,8 @@ protected:
             for (int left = 0; left < columns; left += tiles.columns) {
                 for (int y = top; y < std::min(top + tiles.rows, rows); ++y) {
                     m_firstTouched.emplace_back();
-                    for (int x = left; x < std::min(left + tiles.columns, columns); ++x) {
+                    for (int x = left + y % kSparse; x < std::min(left + tiles.columns, columns);
+                         x += kSparse) {
                         const int entry = entries[static_cast<std::size_t>(y * columns + x)];
                         if (entry != kNoSource && seen.insert(entry / kLine).second) {
                             m_firstTouched.back().push_back(entry / kLine);
@@ -118,15 +131,47 @@ private:
 
 TEST_F(Lines, AreOf64BytesAndTakeAPixelsFirstByte) {
     // The pixel at 127 reaches into the third line, which is not listed for that.
-    Build({0, 63, 1, 64, 127, 3}, 6, 1, 200);
+    Build(InFourColumns({0, 63, 1, 64, 127, 3}), 24, 1, 200);
     WalkAllRows();
     EXPECT_EQ(Requested(), (std::vector<int>{0, 1}));
 }
 
 TEST_F(Lines, AreRequestedInTheOrderOfTheirFirstTouch) {
-    Build({300, kNoSource, 10, 300, 70, 301, 10, 400, kNoSource, 70, 20, 200}, 4, 3, 500);
+    Build(InFourColumns({300, kNoSource, 10, 300, 70, 301, 10, 400, kNoSource, 70, 20, 200}), 16, 3,
+          500);
     WalkAllRows();
     EXPECT_EQ(Requested(), (std::vector<int>{4, 0, 1, 6, 3}));
+}
+
+TEST_F(Lines, AreLookedForInEveryFourthColumnFromAnotherOneInEachRow) {
+    const auto line = [](int number) { return number * kLine; };
+    Build({line(0),  line(1),  line(2),  line(3),  line(4),   //
+           line(5),  line(6),  line(7),  line(8),  line(9),   //
+           line(10), line(11), line(12), line(13), line(14),  //
+           line(15), line(16), line(17), line(18), line(19),  //
+           line(20), line(21), line(22), line(23), line(24)},
+          5, 5, line(25));
+    WalkAllRows();
+    EXPECT_EQ(Requested(), (std::vector<int>{0, 4, 6, 12, 18, 20, 24}));
+}
+
+/// What is never asked for has to be waited for.
+TEST_F(Lines, OfAPanoramaAreNearlyAllFound) {
+    for (const int side : {256, 1024}) {
+        const Ring ring = PackedRing(side, side, 2 * side, side / 2, 4);
+        const std::vector<int> entries = TableOffsets(Mount::Table, ring, 4);
+        Build(entries, ring.dstWidth, ring.dstHeight, std::int64_t{side} * ring.srcStride);
+        WalkAllRows();
+        std::set<int> all;
+        for (const int entry : entries) {
+            if (entry != kNoSource) {
+                all.insert(entry / kLine);
+            }
+        }
+        EXPECT_GE(static_cast<double>(Requested().size()), 0.9 * static_cast<double>(all.size()));
+        RecordProperty("found_of_" + std::to_string(all.size()),
+                       static_cast<int>(Requested().size()));
+    }
 }
 
 TEST_F(Lines, AreEachRequestedOnce) {
@@ -173,21 +218,21 @@ TEST_F(Lines, AreNoneForATableOfNothing) {
 }
 
 TEST_F(Lines, AreReplacedByTheNextTable) {
-    Build({0, 64, 128, 192}, 2, 2, 256);
-    Build({640, 704}, 1, 2, 768);
+    Build(InFourColumns({0, 64, 128, 192}), 8, 2, 256);
+    Build(InFourColumns({640, 704}), 4, 2, 768);
     WalkAllRows();
     EXPECT_EQ(Requested(), (std::vector<int>{10, 11}));
 }
 
 TEST_F(Lines, AreForgottenWhenCleared) {
-    Build({0, 64, 128, 192}, 2, 2, 256);
+    Build(InFourColumns({0, 64, 128, 192}), 8, 2, 256);
     m_lines.Clear();
     WalkAllRows();
     EXPECT_TRUE(observed::requests.empty());
 }
 
 TEST_F(Lines, ReachTheEndOfTheLargestFrame) {
-    Build({2147483644, 0, 2147483584, 2147483583}, 4, 1, 2147483647);
+    Build(InFourColumns({2147483644, 0, 2147483584, 2147483583}), 16, 1, 2147483647);
     WalkAllRows();
     EXPECT_EQ(Requested(), (std::vector<int>{33554431, 0, 33554430}));
 }
@@ -195,7 +240,7 @@ TEST_F(Lines, ReachTheEndOfTheLargestFrame) {
 // A conversion whose rows overlap goes through the table in another order and asks more or less
 // often than the table has rows of tiles.
 TEST_F(Lines, AreRequestedToTheEndAndNotBeyondHoweverOftenARowBegins) {
-    Build({0, 64, 128, 192, 256, 320}, 1, 6, 384);
+    Build(InFourColumns({0, 64, 128, 192, 256, 320}), 4, 6, 384);
     WalkAllRows();
     EXPECT_EQ(Requested(), AllTouched());
     observed::requests.clear();

@@ -124,47 +124,72 @@ TYPED_TEST(GuardPages, TableConversionStaysInItsFrames) {
 }
 
 template <class Family>
-class GuardPagesOfFullPanoramas : public ::testing::Test {};
+struct LastPixel {
+    static constexpr int kBytes = Family::kBytes;
+    static constexpr bool kIsTableMount = Family::kMount == Mount::Table;
 
-TYPED_TEST_SUITE(GuardPagesOfFullPanoramas, RingFamilies, RingFamilyNames);
+    /// The radius of one axis whose rim passes through the frame's edge at an angle whose cosine or
+    /// sine this is. The nearest pixel is the frame's last one a little before.
+    static std::optional<float> RadiusOf(KernelForm form, double factor) {
+        return form == KernelForm::C ? RadiusThatReachesTheEdge(static_cast<float>(factor))
+                                     : static_cast<float>(0.499 / std::fabs(factor));
+    }
 
-// A lens whose rim passes exactly through the frame's lower right corner, seven eighths of a turn
-// from the right: only a point on both edges leads to the frame's last pixel.
-TYPED_TEST(GuardPagesOfFullPanoramas, LastPixelOfTheFrameIsReadAtTheGuard) {
-    constexpr float kTurn = 6.28318548F;
-    const bool isTableMount = TypeParam::kMount == Mount::Table;
-    for (const bool isDirect : {true, false}) {
-        const bool rises = isDirect || isTableMount;
+    /// A lens whose rim passes through the frame's lower right corner, seven eighths of a turn from
+    /// the right: only a point on both edges leads to the frame's last pixel. Angles rise or fall.
+    using Make = void (*)(const Ring& ring, const unsigned char* src, unsigned char* dst);
+    static void ExpectRead(KernelForm form, bool rises, Make make) {
+        constexpr float kTurn = 6.28318548F;
         const std::size_t column = rises ? 7 : 1;
         const double theta = static_cast<double>(
             SteppedAngles(rises ? 0.0F : kTurn, rises ? kTurn : 0.0F, 9)[column]);
-        const auto radiusX = RadiusThatReachesTheEdge(static_cast<float>(std::cos(theta)));
-        const auto radiusY = RadiusThatReachesTheEdge(static_cast<float>(std::sin(theta)));
+        const auto radiusX = RadiusOf(form, std::cos(theta));
+        const auto radiusY = RadiusOf(form, std::sin(theta));
         ASSERT_TRUE(radiusX.has_value() && radiusY.has_value());
         for (int size = 1; size <= 64; ++size) {
-            Ring ring = PackedRing(size, 65 - size, 9, 2, TypeParam::kBytes);
+            Ring ring = PackedRing(size, 65 - size, 9, 2, kBytes);
             ring.srcStride = Odd(ring.srcStride);
             ring.radiusX = *radiusX;
             ring.radiusY = *radiusY;
-            const auto pixels = CoordinateFrame(size, 65 - size, ring.srcStride, TypeParam::kBytes);
+            const auto pixels = CoordinateFrame(size, 65 - size, ring.srcStride, kBytes);
             GuardedBuffer src(pixels.size());
             std::memcpy(src.data(), pixels.data(), pixels.size());
             std::vector<unsigned char> frame(ring.OutputBytes());
-            if (isDirect) {
-                TypeParam::ConvertByKernel(ring, 0.0F, src.data(), frame.data());
-            } else {
-                typename TypeParam::TableConverter converter;
-                TypeParam::Init(converter, ring);
-                TypeParam::Convert(converter, src.data(), frame.data());
-            }
-            const std::size_t rim = isTableMount ? ring.OutputBytes() / 2 : 0;
+            make(ring, src.data(), frame.data());
+            const std::size_t rim = kIsTableMount ? ring.OutputBytes() / 2 : 0;
             const auto place =
-                PlaceIn(frame.data() + rim + column * static_cast<std::size_t>(TypeParam::kBytes),
-                        TypeParam::kBytes);
+                PlaceIn(frame.data() + rim + column * static_cast<std::size_t>(kBytes), kBytes);
             ASSERT_TRUE(place.has_value()) << ring;
             EXPECT_EQ(*place, (PixelPlace{size - 1, 64 - size})) << ring;
         }
     }
+};
+
+template <class Family>
+class GuardPagesOfKernels : public FormTest<Family> {};
+
+TYPED_TEST_SUITE(GuardPagesOfKernels, Forms<RingFamilies>::Direct, RingFormNames);
+
+TYPED_TEST(GuardPagesOfKernels, LastPixelOfTheFrameIsReadAtTheGuard) {
+    LastPixel<TypeParam>::ExpectRead(
+        TypeParam::kForm, true, [](const Ring& ring, const unsigned char* src, unsigned char* dst) {
+            TypeParam::ConvertByKernel(ring, 0.0F, src, dst);
+        });
+}
+
+template <class Family>
+class GuardPagesOfTables : public ::testing::Test {};
+
+TYPED_TEST_SUITE(GuardPagesOfTables, RingFamilies, RingFamilyNames);
+
+TYPED_TEST(GuardPagesOfTables, LastPixelOfTheFrameIsReadAtTheGuard) {
+    using Check = LastPixel<TypeParam>;
+    Check::ExpectRead(FormOfTables(), Check::kIsTableMount,
+                      [](const Ring& ring, const unsigned char* src, unsigned char* dst) {
+                          typename TypeParam::TableConverter converter;
+                          TypeParam::Init(converter, ring);
+                          TypeParam::Convert(converter, src, dst);
+                      });
 }
 
 TEST(GuardedBuffers, StandAtTheGuardOfTheirSide) {

@@ -148,9 +148,9 @@ TYPED_TEST(PanoramaTableLimits, DirectConversionOfNegativeWidthOnlyClearsItsRows
 }
 
 template <class Family>
-class RingTableLimits : public ::testing::Test {};
+class RingTableLimits : public FormTest<Family> {};
 
-TYPED_TEST_SUITE(RingTableLimits, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(RingTableLimits, Forms<RingFamilies>::Builders, RingFormNames);
 
 TYPED_TEST(RingTableLimits, LastByteThatAnIntCountsIsAddressed) {
     Ring ring = PackedRing(1, 2, 5, 2, TypeParam::kBytes);
@@ -186,7 +186,7 @@ TYPED_TEST(RingTableLimits, ColumnOfMoreThan2To24PixelsIsNotLeftAtItsEnd) {
 }
 
 template <class Family>
-class DualTableLimits : public ::testing::Test {
+class DualTableLimits : public FormTest<Family> {
 protected:
     /// A dual panorama of five columns and one row for each half, which shows the lens's rim.
     static Ring RimOf(int srcWidth, int srcHeight) {
@@ -196,7 +196,7 @@ protected:
     }
 };
 
-TYPED_TEST_SUITE(DualTableLimits, DualFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(DualTableLimits, Forms<DualFamilies>::Builders, RingFormNames);
 
 TYPED_TEST(DualTableLimits, LastByteThatAnIntCountsIsAddressed) {
     Ring ring = this->RimOf(1, 2);

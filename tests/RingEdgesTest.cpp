@@ -13,7 +13,7 @@
 // The ends of the direct conversion's range of sizes and lenses, by hand.
 
 template <class Family>
-class RingEdges : public ::testing::Test {
+class RingEdges : public FormTest<Family> {
 protected:
     static constexpr int kBytes = Family::kBytes;
 
@@ -22,7 +22,7 @@ protected:
     }
 
     static std::vector<std::optional<PixelPlace>> Places(const Ring& ring, float pan) {
-        const auto frame = DirectPicture<Family>(ring, pan, SourceOf(ring));
+        const auto frame = KernelPicture<Family>(ring, pan, SourceOf(ring));
         std::vector<std::optional<PixelPlace>> places;
         for (int y = 0; y < ring.dstHeight; ++y) {
             for (int x = 0; x < ring.dstWidth; ++x) {
@@ -53,7 +53,7 @@ protected:
     }
 };
 
-TYPED_TEST_SUITE(RingEdges, RingFamilies, RingFamilyNames);
+TYPED_TEST_SUITE(RingEdges, Forms<RingFamilies>::Direct, RingFormNames);
 
 TYPED_TEST(RingEdges, WidthOf0OnlyClearsTheRows) {
     Ring ring = PackedRing(10, 10, 0, 3, TypeParam::kBytes);
@@ -77,21 +77,22 @@ TYPED_TEST(RingEdges, WidthOf1ShowsTheStartAngle) {
 }
 
 TYPED_TEST(RingEdges, WidthOf1TurnsWithThePan) {
-    // A tenth of a turn, radius 0.4: 100 * (0.5 + 0.4 * cos 36) = 82.36, 100 * (0.5 - 0.4 * sin 36)
-    // = 26.49.
+    // A tenth of a turn, radius 0.41: 100 * (0.5 + 0.41 * cos 36) = 83.17, 100 * (0.5 - 0.41 * sin
+    // 36) = 25.90.
     Ring ring = PackedRing(101, 101, 1, 1, TypeParam::kBytes);
-    ring.radiusX = ring.radiusY = 0.4F;
+    ring.radiusX = ring.radiusY = 0.41F;
     ring.innerRadiusRatio = 1.0F;
-    this->ExpectRow(this->Places(ring, 36.0F), ring, 0, {82, 26});
+    this->ExpectRow(this->Places(ring, 36.0F), ring, 0, {83, PixelShownAt(TypeParam::kForm, 25.9)});
 }
 
 TYPED_TEST(RingEdges, HeightOf1ShowsTheInnerRingOnATableAndTheRimOnACeiling) {
-    // Column 0: 100 * (0.5 + 0.25 * 0.5) = 62.5 within, 100 * (0.5 + 0.25) = 75 at the rim.
+    // Column 0: 100 * (0.5 + 0.254 * 0.5) = 62.7 within, 100 * (0.5 + 0.254) = 75.4 at the rim.
     Ring ring = PackedRing(101, 101, 1, 1, TypeParam::kBytes);
-    ring.radiusX = ring.radiusY = 0.25F;
+    ring.radiusX = ring.radiusY = 0.254F;
     ring.innerRadiusRatio = 0.5F;
-    const int column = TypeParam::kMount == Mount::Table ? 62 : 75;
-    this->ExpectRow(this->Places(ring, 0.0F), ring, 0, {column, 50});
+    const double column = TypeParam::kMount == Mount::Table ? 62.7 : 75.4;
+    this->ExpectRow(this->Places(ring, 0.0F), ring, 0,
+                    {PixelShownAt(TypeParam::kForm, column), 50});
 }
 
 TYPED_TEST(RingEdges, HeightOf0OrBelowLeavesTheOutputUntouched) {
@@ -117,12 +118,15 @@ TYPED_TEST(RingEdges, InnerRatioOf0ShowsTheCentrePixelInTheInnermostRow) {
 TYPED_TEST(RingEdges, InnerRatioOfFourFifthsShowsTheOuterFifthOfTheRadius) {
     Ring ring = PackedRing(1001, 1001, 64, 12, TypeParam::kBytes);
     ring.innerRadiusRatio = 0.8F;
+    // Of a square that holds the position the middle is at most 0.71 of a pixel away, and so is the
+    // nearest pixel.
+    const double middle = TypeParam::kForm == KernelForm::C ? 0.5 : 0.0;
     double smallest = 1.0;
     double largest = 0.0;
     for (const auto& place : this->Places(ring, 5.0F)) {
         ASSERT_TRUE(place.has_value());
-        // A pixel stands for its whole square, so its middle is at most 0.71 of a pixel away.
-        const double radius = std::hypot(place->column + 0.5 - 500.0, place->row + 0.5 - 500.0);
+        const double radius =
+            std::hypot(place->column + middle - 500.0, place->row + middle - 500.0);
         smallest = std::min(smallest, radius / 1000.0);
         largest = std::max(largest, radius / 1000.0);
     }
@@ -216,7 +220,7 @@ TYPED_TEST(RingEdges, RowPaddingComesOutZero) {
     for (int padding = 1; padding <= 9; ++padding) {
         Ring ring = PackedRing(40, 40, 8, 4, TypeParam::kBytes);
         ring.dstStride += padding;
-        const auto frame = DirectPicture<TypeParam>(ring, 0.0F, this->SourceOf(ring));
+        const auto frame = KernelPicture<TypeParam>(ring, 0.0F, this->SourceOf(ring));
         for (int y = 0; y < ring.dstHeight; ++y) {
             const auto* const end = frame.data() + (y + 1) * ring.dstStride;
             EXPECT_EQ(std::vector<unsigned char>(end - padding, end),
@@ -231,6 +235,6 @@ TYPED_TEST(RingEdges, BlackPixelsAreZeroBytes) {
     Ring ring = PackedRing(40, 40, 8, 1, TypeParam::kBytes);
     ring.radiusX = ring.radiusY = 1.0F;
     ring.innerRadiusRatio = 1.0F;
-    const auto frame = DirectPicture<TypeParam>(ring, 0.0F, this->SourceOf(ring));
+    const auto frame = KernelPicture<TypeParam>(ring, 0.0F, this->SourceOf(ring));
     EXPECT_EQ(frame, std::vector<unsigned char>(ring.OutputBytes(), 0));
 }

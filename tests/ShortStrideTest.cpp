@@ -83,15 +83,21 @@ protected:
 
 TYPED_TEST_SUITE(ShortStride, PanoramaFamilies, RingFamilyNames);
 
-TYPED_TEST(ShortStride, DirectRowsOverlapAndStayInTheFrame) {
+/// A form's direct conversions.
+template <class Family>
+class ShortStrideOfForms : public FormTest<Family, ShortStride<Family>> {};
+
+TYPED_TEST_SUITE(ShortStrideOfForms, Forms<PanoramaFamilies>::Direct, RingFormNames);
+
+TYPED_TEST(ShortStrideOfForms, DirectRowsOverlapAndStayInTheFrame) {
     this->ForEveryStride([this](const Ring& ring, RingGenerator& generator) {
-        typename TypeParam::DirectConverter converter;
-        TypeParam::Init(converter, ring);
         this->ExpectPaints(
             ring, generator,
-            [&](const auto& src, auto& frame) { TypeParam::PaintDirect(ring, 20.0F, src, frame); },
+            [&](const auto& src, auto& frame) {
+                TypeParam::PaintDirect(ring, 33.0F, src, frame, TypeParam::kForm);
+            },
             [&](const unsigned char* src, unsigned char* dst) {
-                TypeParam::Convert(converter, 20.0F, src, dst);
+                TypeParam::ConvertByKernel(ring, 33.0F, src, dst);
             });
     });
 }

@@ -9,37 +9,23 @@
 // A wall's direct conversion against a plain single precision loop, bit for bit.
 
 template <class Family>
-class WallKernels : public ::testing::Test {
+class WallKernels : public FormTest<Family> {
 protected:
-    using Bytes = std::vector<unsigned char>;
-
-    static Bytes KernelPicture(const Wall& wall, const Bytes& src) {
-        Bytes frame(wall.OutputBytes(), 0xCD);
-        Family::ConvertByKernel(wall, src.data(), frame.data());
-        return frame;
-    }
-
     /// Holds the kernel against the loop on a source that tells its places.
     static void ExpectBitsOfTheLoop(const Wall& wall) {
-        const Bytes src = SourceOf<Family>(wall);
-        ASSERT_TRUE(KernelPicture(wall, src) == ExpectedDirectPicture<Family>(wall, src)) << wall;
+        const auto src = SourceOf<Family>(wall);
+        ASSERT_TRUE(KernelPicture<Family>(wall, src) ==
+                    ExpectedDirectPicture<Family>(wall, src, Family::kForm))
+            << wall;
     }
 };
 
-TYPED_TEST_SUITE(WallKernels, WallFamilies, WallFamilyNames);
+TYPED_TEST_SUITE(WallKernels, Forms<WallFamilies>::Direct, WallFormNames);
 
 TYPED_TEST(WallKernels, GiveTheBitsOfThePlainLoopInRandomFrames) {
-    ForRandomWalls<TypeParam>(20240502, [this](const Wall& wall, const auto& src) {
-        ASSERT_EQ(this->KernelPicture(wall, src), ExpectedDirectPicture<TypeParam>(wall, src));
-    });
-}
-
-TYPED_TEST(WallKernels, ConverterGivesTheBitsOfThePlainLoop) {
-    typename TypeParam::DirectConverter converter;
-    ForRandomWalls<TypeParam>(77002, [&converter](const Wall& wall, const auto& src) {
-        TypeParam::Init(converter, wall);
-        ASSERT_EQ(PictureOf<TypeParam>(converter, wall, src),
-                  ExpectedDirectPicture<TypeParam>(wall, src));
+    ForRandomWalls<TypeParam>(20240502, [](const Wall& wall, const auto& src) {
+        ASSERT_EQ(KernelPicture<TypeParam>(wall, src),
+                  ExpectedDirectPicture<TypeParam>(wall, src, TypeParam::kForm));
     });
 }
 
@@ -87,6 +73,7 @@ TYPED_TEST(WallKernels, GiveTheBitsOfThePlainLoopForEverySourceSize) {
 
 TYPED_TEST(WallKernels, ClearTheRowsPaddingAndNothingBeyondThem) {
     Wall wall = PackedWall(31, 29, 24, 9, TypeParam::kBytes);
+    wall.radiusX = wall.radiusY = 0.49F;
     const int rowBytes = wall.dstStride;
     wall.dstStride += 7;
     const std::vector<unsigned char> src(wall.SourceBytes(TypeParam::kBytes), 0x55);
@@ -104,7 +91,39 @@ TYPED_TEST(WallKernels, ClearTheRowsPaddingAndNothingBeyondThem) {
               std::vector<unsigned char>(5, 0xCD));
 }
 
-TYPED_TEST(WallKernels, TheCallDecidesThePixelSizeAndNotTheStoredBits) {
+TYPED_TEST(WallKernels, LensThatIsNoNumberGivesBlack) {
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const Wall sizes = PackedWall(20, 20, 16, 6, TypeParam::kBytes);
+    const auto src = SourceOf<TypeParam>(sizes);
+    for (float Wall::*const field :
+         {static_cast<float Wall::*>(&Wall::radiusX), static_cast<float Wall::*>(&Wall::radiusY),
+          &Wall::wallViewAngle}) {
+        for (const float value : {kNan, kInfinity, -kInfinity}) {
+            Wall wall = sizes;
+            wall.*field = value;
+            EXPECT_EQ(KernelPicture<TypeParam>(wall, src),
+                      std::vector<unsigned char>(wall.OutputBytes(), 0))
+                << wall;
+        }
+    }
+}
+
+template <class Family>
+class WallConverters : public ::testing::Test {};
+
+TYPED_TEST_SUITE(WallConverters, WallFamilies, WallFamilyNames);
+
+TYPED_TEST(WallConverters, GiveTheBitsOfThePlainLoop) {
+    typename TypeParam::DirectConverter converter;
+    ForRandomWalls<TypeParam>(77002, [&converter](const Wall& wall, const auto& src) {
+        TypeParam::Init(converter, wall);
+        ASSERT_EQ(PictureOf<TypeParam>(converter, wall, src),
+                  ExpectedDirectPicture<TypeParam>(wall, src));
+    });
+}
+
+TYPED_TEST(WallConverters, TheCallDecidesThePixelSizeAndNotTheStoredBits) {
     const Wall wall = PackedWall(31, 29, 24, 9, TypeParam::kBytes);
     const auto src = SourceOf<TypeParam>(wall);
     const auto expected = ExpectedDirectPicture<TypeParam>(wall, src);
@@ -115,14 +134,14 @@ TYPED_TEST(WallKernels, TheCallDecidesThePixelSizeAndNotTheStoredBits) {
     }
 }
 
-TYPED_TEST(WallKernels, ConversionBeforeInitTouchesNothing) {
+TYPED_TEST(WallConverters, ConversionBeforeInitTouchesNothing) {
     typename TypeParam::DirectConverter converter;
     // Any access through it ends the process.
     unsigned char* const nowhere = nullptr;
     TypeParam::Convert(converter, nowhere, nowhere);
 }
 
-TYPED_TEST(WallKernels, LaterInitReplacesEveryValue) {
+TYPED_TEST(WallConverters, LaterInitReplacesEveryValue) {
     const Wall earlier = PackedWall(17, 40, 16, 5, TypeParam::kBytes);
     Wall later = PackedWall(23, 19, 33, 8, TypeParam::kBytes);
     later.srcStride += 2;
@@ -136,24 +155,4 @@ TYPED_TEST(WallKernels, LaterInitReplacesEveryValue) {
     TypeParam::Init(converter, later);
     EXPECT_EQ(PictureOf<TypeParam>(converter, later, src),
               ExpectedDirectPicture<TypeParam>(later, src));
-}
-
-TYPED_TEST(WallKernels, LensThatIsNoNumberGivesBlack) {
-    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
-    constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    const Wall sizes = PackedWall(20, 20, 16, 6, TypeParam::kBytes);
-    const auto src = SourceOf<TypeParam>(sizes);
-    for (float Wall::*const field :
-         {static_cast<float Wall::*>(&Wall::radiusX), static_cast<float Wall::*>(&Wall::radiusY),
-          &Wall::wallViewAngle}) {
-        for (const float value : {kNan, kInfinity, -kInfinity}) {
-            Wall wall = sizes;
-            wall.*field = value;
-            EXPECT_EQ(this->KernelPicture(wall, src),
-                      std::vector<unsigned char>(wall.OutputBytes(), 0))
-                << wall;
-            EXPECT_EQ(TypeParam::BuildTable(wall), std::vector<int>(std::size_t{16 * 6}, kNoSource))
-                << wall;
-        }
-    }
 }

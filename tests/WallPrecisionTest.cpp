@@ -9,7 +9,7 @@
 // whatever is rounded otherwise shows.
 
 template <class Family>
-class WallPrecision : public ::testing::Test {
+class WallPrecision : public FormTest<Family> {
 protected:
     /// A source of one row or of one column.
     static Wall LongWall(bool isRow, int length, int dstWidth, int dstHeight) {
@@ -18,7 +18,12 @@ protected:
     }
 };
 
-TYPED_TEST_SUITE(WallPrecision, WallFamilies, WallFamilyNames);
+TYPED_TEST_SUITE(WallPrecision, Forms<WallFamilies>::Direct, WallFormNames);
+
+template <class Family>
+class WallTablePrecision : public WallPrecision<Family> {};
+
+TYPED_TEST_SUITE(WallTablePrecision, Forms<WallFamilies>::Builders, WallFormNames);
 
 TYPED_TEST(WallPrecision, DirectConversionsOfLongSidesGiveTheBitsOfThePlainLoop) {
     WallGenerator generator(4);
@@ -30,15 +35,15 @@ TYPED_TEST(WallPrecision, DirectConversionsOfLongSidesGiveTheBitsOfThePlainLoop)
                 wall.radiusX = radius;
                 wall.radiusY = radius * 0.9F;
                 wall.wallViewAngle = angle;
-                ASSERT_TRUE(DirectPicture<TypeParam>(wall, src) ==
-                            ExpectedDirectPicture<TypeParam>(wall, src))
+                ASSERT_TRUE(KernelPicture<TypeParam>(wall, src) ==
+                            ExpectedDirectPicture<TypeParam>(wall, src, TypeParam::kForm))
                     << wall;
             }
         }
     }
 }
 
-TYPED_TEST(WallPrecision, TablesOfLongSidesHaveTheEntriesOfThePlainLoop) {
+TYPED_TEST(WallTablePrecision, TablesOfLongSidesHaveTheEntriesOfThePlainLoop) {
     for (const bool isRow : {true, false}) {
         for (const float radius : {0.5F, 0.37F, 0.61F}) {
             for (const float angle : {10.0F, 45.0F, 71.3F, 90.0F}) {
@@ -46,28 +51,27 @@ TYPED_TEST(WallPrecision, TablesOfLongSidesHaveTheEntriesOfThePlainLoop) {
                 wall.radiusX = radius;
                 wall.radiusY = radius * 0.9F;
                 wall.wallViewAngle = angle;
-                ASSERT_EQ(TypeParam::BuildTable(wall), TableOffsets(wall, TypeParam::kBytes))
-                    << wall;
+                ASSERT_EQ(TypeParam::BuildTable(wall), TypeParam::ExpectedEntries(wall)) << wall;
             }
         }
     }
 }
 
-// Sines and cosines rounded from double precision differ from single precision's own for a few
-// angles in a thousand only.
-TYPED_TEST(WallPrecision, TablesOfEveryLatitudeStepHaveTheEntriesOfThePlainLoop) {
+// A scalar table's sines and cosines, rounded from double precision, differ from single precision's
+// own for a few angles in a thousand only.
+TYPED_TEST(WallTablePrecision, TablesOfEveryLatitudeStepHaveTheEntriesOfThePlainLoop) {
     for (int quarters = 40; quarters <= 360; ++quarters) {
         for (int rows = 1; rows <= 24; ++rows) {
             Wall wall = this->LongWall(true, 16777215, 3, rows);
             wall.wallViewAngle = static_cast<float>(quarters) / 4.0F;
-            ASSERT_EQ(TypeParam::BuildTable(wall), TableOffsets(wall, TypeParam::kBytes)) << wall;
+            ASSERT_EQ(TypeParam::BuildTable(wall), TypeParam::ExpectedEntries(wall)) << wall;
         }
     }
 }
 
-TYPED_TEST(WallPrecision, TablesOfEveryLongitudeStepHaveTheEntriesOfThePlainLoop) {
+TYPED_TEST(WallTablePrecision, TablesOfEveryLongitudeStepHaveTheEntriesOfThePlainLoop) {
     for (int columns = 1; columns <= 200; ++columns) {
         const Wall wall = this->LongWall(true, 16777215, columns, 2);
-        ASSERT_EQ(TypeParam::BuildTable(wall), TableOffsets(wall, TypeParam::kBytes)) << wall;
+        ASSERT_EQ(TypeParam::BuildTable(wall), TypeParam::ExpectedEntries(wall)) << wall;
     }
 }

@@ -19,6 +19,7 @@
 class FirstTouchLines {
 public:
     static constexpr int kLineBytes = 64;
+    static constexpr int kSparse = 4;
 
     const TableTiles& Tiles() const { return m_tiles; }
 
@@ -28,29 +29,42 @@ public:
     }
 
     /// Lists the lines of a table whose offsets are all below `sourceBytes`.
+    ///
+    /// Each row is looked at in every `kSparse`th column only, another of them in each row, as a
+    /// line spans several columns or several rows. The few that this finds late or not at all are
+    /// waited for as if there was no list, and it takes a fraction of the time.
     template <int outOfFrame>
     void Build(const int* table, int width, int height, std::int64_t sourceBytes) {
         Clear();
         m_tiles = TableTiles::ForCaches(width, height);
         m_rowEnds.reserve(m_tiles.CountRows(width, height));
-        std::vector<bool> touched(static_cast<std::size_t>(sourceBytes / kLineBytes + 1));
+        // A byte for each line, and one more, touched already, for entries that show nothing: their
+        // offset is the largest number of all.
+        static_assert(outOfFrame == -1);
+        const auto lineCount = static_cast<std::uint32_t>(sourceBytes / kLineBytes + 1);
+        std::vector<unsigned char> touched(std::size_t{lineCount} + 1);
+        touched[lineCount] = 1;
+        // Every line at most once, and the place where the next may go.
+        m_lines.resize(std::size_t{lineCount} + 1);
+        std::uint32_t* const lines = m_lines.data();
+        unsigned char* const isTouched = touched.data();
+        std::size_t count = 0;
         const auto listRow = [&](int y, int left, int right) {
             const int* const row = table + std::ptrdiff_t{y} * width;
-            std::uint32_t previous = ~std::uint32_t{0};
-            for (int x = left; x < right; ++x) {
-                const std::uint32_t line = static_cast<std::uint32_t>(row[x]) / kLineBytes;
-                if (line == previous || row[x] == outOfFrame) {
-                    continue;
-                }
-                previous = line;
-                if (!touched[line]) {
-                    touched[line] = true;
-                    m_lines.push_back(line);
-                }
+            // Without a branch, which would be hard to foresee.
+            std::size_t next = count;
+            for (int x = left + y % kSparse; x < right; x += kSparse) {
+                const std::uint32_t line =
+                    std::min(static_cast<std::uint32_t>(row[x]) / kLineBytes, lineCount);
+                lines[next] = line;
+                next += 1U - isTouched[line];
+                isTouched[line] = 1;
             }
-            m_rowEnds.push_back(static_cast<std::uint32_t>(m_lines.size()));
+            count = next;
+            m_rowEnds.push_back(static_cast<std::uint32_t>(count));
         };
         m_tiles.ForEachRow(width, height, listRow);
+        m_lines.resize(count);
         m_lines.shrink_to_fit();
     }
 

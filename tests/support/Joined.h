@@ -12,4 +12,13 @@ struct Joined<testing::Types<First...>, testing::Types<Second...>> {
     using Types = testing::Types<First..., Second...>;
 };
 
+/// The types of a list, each in a template.
+template <template <class> class Wrap, class List>
+struct Mapped;
+
+template <template <class> class Wrap, class... Each>
+struct Mapped<Wrap, testing::Types<Each...>> {
+    using Types = testing::Types<Wrap<Each>...>;
+};
+
 #endif

@@ -65,11 +65,6 @@ void AppendPanel(const AngleTable& columns, const RingMesh& mesh, int rows, bool
     }
 }
 
-float OffAxis(ListForm form, float r, float z) {
-    return form == ListForm::C ? static_cast<float>(std::atan2(double{r}, double{z}))
-                               : ArctangentOf(r, z);
-}
-
 void AppendScalarSidePoint(const WallOutline& o, float theta, float phi,
                            std::vector<float>& points) {
     const Turned longitude = TurnedBy(theta);
@@ -135,6 +130,11 @@ std::vector<float> LaneWallOutline(const WallOutline& o, int n) {
 }
 
 }  // namespace
+
+float OffAxis(ListForm form, float r, float z) {
+    return form == ListForm::C ? static_cast<float>(std::atan2(double{r}, double{z}))
+                               : ArctangentOf(r, z);
+}
 
 AngleTable AnglesOf(ListForm form, float first, float last, int count) {
     AngleTable table;

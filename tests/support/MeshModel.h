@@ -3,21 +3,30 @@
 
 #include <vector>
 
+#include "support/KernelForm.h"
 #include "support/OutlineModel.h"
 #include "support/RingModel.h"
 
 // Where the vertices of a panorama's grid lie on the lens image, as each form computes them. Rows
 // end on whole groups, which repeat the last column.
 
+/// The list form that has a kernel form's sines and cosines: eight lanes take those of four.
+constexpr ListForm ListFormOf(KernelForm form) {
+    return form == KernelForm::C ? ListForm::C : ListForm::SSE2;
+}
+
 namespace model {
 
-/// Sines and cosines of `count` evenly spaced angles, both ends included.
+/// Sines and cosines of at least `count` evenly spaced angles, both ends included.
 struct AngleTable {
     std::vector<float> sines;
     std::vector<float> cosines;
 };
 
 AngleTable AnglesOf(ListForm form, float first, float last, int count);
+
+/// How many radians a direction turns away from an axis: `r` aside of it and `z` along it.
+float OffAxis(ListForm form, float r, float z);
 
 struct RingMesh {
     Mount mount;

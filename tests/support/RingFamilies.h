@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "DownwardFisheyeAlgo.h"
-#include "DownwardFisheyeAlgo_C.h"
 #include "PanoramaTable.h"
 #include "UpwardFisheyeAlgo.h"
-#include "UpwardFisheyeAlgo_C.h"
+#include "support/InForm.h"
 #include "support/Joined.h"
+#include "support/RingKernelSet.h"
 #include "support/RingModel.h"
 
 // The ring's converters and kernels under one set of names, so that a typed test covers both mounts
@@ -25,16 +25,6 @@ struct TableCamera {
     using TableConverter = UpwardFisheyeAlgoNS::CPanoramaConverter;
     using DualDirectConverter = UpwardFisheyeAlgoNS::CDualPanoramaSimpleConverter;
     using DualTableConverter = UpwardFisheyeAlgoNS::CDualPanoramaConverter;
-    template <unsigned long bits>
-    static constexpr auto kConvert = UpwardFisheyeAlgoNS::C::CvtPanoramaRGB<bits>;
-    template <unsigned long bits>
-    static constexpr auto kConvertDual = UpwardFisheyeAlgoNS::C::CvtDualPanoramaRGB<bits>;
-    template <int bits>
-    static constexpr auto kBuildTable =
-        UpwardFisheyeAlgoNS::C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>;
-    template <int bits>
-    static constexpr auto kBuildDualTable =
-        UpwardFisheyeAlgoNS::C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>;
 };
 
 struct CeilingCamera {
@@ -44,16 +34,6 @@ struct CeilingCamera {
     using TableConverter = DownwardFisheyeAlgoNS::CPanoramaConverter;
     using DualDirectConverter = DownwardFisheyeAlgoNS::CDualPanoramaSimpleConverter;
     using DualTableConverter = DownwardFisheyeAlgoNS::CDualPanoramaConverter;
-    template <unsigned long bits>
-    static constexpr auto kConvert = DownwardFisheyeAlgoNS::C::CvtPanoramaRGB<bits>;
-    template <unsigned long bits>
-    static constexpr auto kConvertDual = DownwardFisheyeAlgoNS::C::CvtDualPanoramaRGB<bits>;
-    template <int bits>
-    static constexpr auto kBuildTable =
-        DownwardFisheyeAlgoNS::C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>;
-    template <int bits>
-    static constexpr auto kBuildDualTable =
-        DownwardFisheyeAlgoNS::C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>;
 };
 
 template <class Camera, int bits>
@@ -81,12 +61,14 @@ struct RingFamily : Camera {
     /// What the models say: the picture of the direct conversion, the entries of the table, and the
     /// picture by such entries turned by a pan of at least 0, all in a frame that held `frame`.
     static void PaintDirect(const Ring& ring, float pan, const std::vector<unsigned char>& src,
-                            std::vector<unsigned char>& frame) {
-        Paint(DirectOffsets(Camera::kMount, ring, kBytes, pan), ring, kBytes, RowStart::Cleared,
-              src, frame);
+                            std::vector<unsigned char>& frame,
+                            KernelForm form = FormOfDirectConversions()) {
+        Paint(DirectOffsets(Camera::kMount, ring, kBytes, pan, form), ring, kBytes,
+              RowStart::Cleared, src, frame);
     }
-    static std::vector<int> ExpectedEntries(const Ring& ring, int bytesPerPixel = kBytes) {
-        return TableOffsets(Camera::kMount, ring, bytesPerPixel);
+    static std::vector<int> ExpectedEntries(const Ring& ring, int bytesPerPixel = kBytes,
+                                            KernelForm form = FormOfTables()) {
+        return TableOffsets(Camera::kMount, ring, bytesPerPixel, form);
     }
     static void PaintTurned(const std::vector<int>& entries, const Ring& ring, float pan,
                             const std::vector<unsigned char>& src,
@@ -95,6 +77,9 @@ struct RingFamily : Camera {
             static_cast<int>(std::fmod(pan, 360.0F) * static_cast<float>(ring.dstWidth) / 360.0F);
         Paint(TurnedOffsets(entries, ring, shift), ring, kBytes, RowStart::Kept, src, frame);
     }
+
+    /// How many of a frame's rows a direct conversion writes.
+    static int DrawnRows(const Ring& ring) { return ring.dstHeight; }
 
     /// In how many positions whole columns can turn the ring.
     static int Positions(const Ring& ring) { return ring.dstWidth; }
@@ -105,34 +90,27 @@ struct RingFamily : Camera {
         table.ConvertTurned<kKernelBits>(pan, src, dst);
     }
 
-    /// The scalar kernels.
-    static void ConvertByKernel(const Ring& ring, float pan, const unsigned char* src,
-                                unsigned char* dst) {
-        ConvertBy(Camera::template kConvert<kKernelBits>, ring, pan, src, dst);
+    /// The kernels of a form.
+    static void ConvertByKernel(KernelForm form, const Ring& ring, float pan,
+                                const unsigned char* src, unsigned char* dst) {
+        ConvertBy(*RingKernelsOf(Camera::kMount, form, bits).convert, ring, pan, src, dst);
     }
-
-    static std::vector<int> BuildTable(const Ring& ring) {
-        return BuildTableBy(Camera::template kBuildTable<bits>, ring);
+    static void BuildInto(CAlignedBufferT<int, 32>& table, KernelForm form, const Ring& ring) {
+        BuildBy(*RingKernelsOf(Camera::kMount, form, bits).build, ring, table);
     }
 
 protected:
     static constexpr auto kKernelBits = static_cast<unsigned long>(bits);
 
-    template <class Kernel>
-    static void ConvertBy(Kernel kernel, const Ring& ring, float pan, const unsigned char* src,
-                          unsigned char* dst) {
-        kernel(ring.srcWidth, ring.srcHeight, ring.srcStride, src, ring.dstWidth, ring.dstHeight,
-               ring.dstStride, dst, ring.radiusX, ring.radiusY, ring.innerRadiusRatio, pan);
+    static void ConvertBy(ring::ConvertFunction& convert, const Ring& ring, float pan,
+                          const unsigned char* src, unsigned char* dst) {
+        convert(ring.srcWidth, ring.srcHeight, ring.srcStride, src, ring.dstWidth, ring.dstHeight,
+                ring.dstStride, dst, ring.radiusX, ring.radiusY, ring.innerRadiusRatio, pan);
     }
 
-    template <class Builder>
-    static std::vector<int> BuildTableBy(Builder build, const Ring& ring) {
-        CAlignedBufferT<int, 32> table;
-        table.Allocate(static_cast<unsigned long long>(ring.dstWidth) *
-                       static_cast<unsigned long long>(ring.dstHeight));
+    static void BuildBy(BuildFunction& build, const Ring& ring, CAlignedBufferT<int, 32>& table) {
         build(ring.srcWidth, ring.srcHeight, ring.srcStride, ring.dstWidth, ring.dstHeight,
               ring.dstStride, ring.radiusX, ring.radiusY, ring.innerRadiusRatio, table);
-        return std::vector<int>(table.data(), table.data() + table.count());
     }
 };
 
@@ -146,12 +124,14 @@ struct DualFamily : RingFamily<Camera, bits> {
     using Base::kBytes;
 
     static void PaintDirect(const Ring& ring, float pan, const std::vector<unsigned char>& src,
-                            std::vector<unsigned char>& frame) {
-        PaintBothHalves(DualDirectOffsets(Camera::kMount, ring, kBytes, pan), ring, kBytes, src,
-                        frame);
+                            std::vector<unsigned char>& frame,
+                            KernelForm form = FormOfDirectConversions()) {
+        PaintBothHalves(DualDirectOffsets(Camera::kMount, ring, kBytes, pan, form), ring, kBytes,
+                        form, src, frame);
     }
-    static std::vector<int> ExpectedEntries(const Ring& ring, int bytesPerPixel = kBytes) {
-        return DualTableOffsets(Camera::kMount, ring, bytesPerPixel);
+    static std::vector<int> ExpectedEntries(const Ring& ring, int bytesPerPixel = kBytes,
+                                            KernelForm form = FormOfTables()) {
+        return DualTableOffsets(Camera::kMount, ring, bytesPerPixel, form);
     }
     static void PaintTurned(const std::vector<int>& entries, const Ring& ring, float pan,
                             const std::vector<unsigned char>& src,
@@ -160,6 +140,7 @@ struct DualFamily : RingFamily<Camera, bits> {
               RowStart::Kept, src, frame);
     }
 
+    static int DrawnRows(const Ring& ring) { return ring.dstHeight / 2 * 2; }
     static int Positions(const Ring& ring) { return 2 * ring.dstWidth; }
 
     static void ConvertTurned(const PanoramaTable& table, float pan, const unsigned char* src,
@@ -167,13 +148,13 @@ struct DualFamily : RingFamily<Camera, bits> {
         table.ConvertDualTurned<Base::kKernelBits>(pan, src, dst);
     }
 
-    static void ConvertByKernel(const Ring& ring, float pan, const unsigned char* src,
-                                unsigned char* dst) {
-        Base::ConvertBy(Camera::template kConvertDual<Base::kKernelBits>, ring, pan, src, dst);
+    static void ConvertByKernel(KernelForm form, const Ring& ring, float pan,
+                                const unsigned char* src, unsigned char* dst) {
+        Base::ConvertBy(*RingKernelsOf(Camera::kMount, form, bits).convertDual, ring, pan, src,
+                        dst);
     }
-
-    static std::vector<int> BuildTable(const Ring& ring) {
-        return Base::BuildTableBy(Camera::template kBuildDualTable<bits>, ring);
+    static void BuildInto(CAlignedBufferT<int, 32>& table, KernelForm form, const Ring& ring) {
+        Base::BuildBy(*RingKernelsOf(Camera::kMount, form, bits).buildDual, ring, table);
     }
 };
 
@@ -190,6 +171,8 @@ struct RingFamilyNames {
     }
 };
 
+using RingFormNames = FormNames<RingFamilyNames>;
+
 /// The middle of the pans that turn the ring to this position, where no rounding reaches the next.
 template <class Family>
 float PanAt(int position, const Ring& ring) {
@@ -205,6 +188,34 @@ std::vector<unsigned char> DirectPicture(const Ring& ring, float pan,
     Family::Init(converter, ring);
     std::vector<unsigned char> frame(ring.OutputBytes(), fill);
     Family::Convert(converter, pan, src.data(), frame.data());
+    return frame;
+}
+
+/// What a form's kernel, and what the model of that form, make of such a frame.
+template <class Family>
+std::vector<unsigned char> KernelPicture(const Ring& ring, float pan,
+                                         const std::vector<unsigned char>& src,
+                                         unsigned char fill = 0xCD) {
+    std::vector<unsigned char> frame(ring.OutputBytes(), fill);
+    Family::ConvertByKernel(ring, pan, src.data(), frame.data());
+    return frame;
+}
+
+template <class Family>
+std::vector<unsigned char> ModelPicture(const Ring& ring, float pan,
+                                        const std::vector<unsigned char>& src,
+                                        KernelForm form = FormOfDirectConversions()) {
+    std::vector<unsigned char> frame(ring.OutputBytes(), 0xCD);
+    Family::PaintDirect(ring, pan, src, frame, form);
+    return frame;
+}
+
+/// The picture by the table that a form's kernel builds.
+template <class Family>
+std::vector<unsigned char> BuiltTablePicture(const Ring& ring,
+                                             const std::vector<unsigned char>& src) {
+    std::vector<unsigned char> frame(ring.OutputBytes(), 0xCD);
+    Paint(Family::BuildTable(ring), ring, Family::kBytes, RowStart::Kept, src, frame);
     return frame;
 }
 

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <ostream>
 
+#include "support/MeshModel.h"
+
 namespace {
 
 constexpr float kRadiansPerDegree = 0.0174532924F;
@@ -27,29 +29,43 @@ Radii RadiiOfRows(Mount mount, float radius, float ratio) {
 /// Whether a pixel shows the point on its ray or the one opposite, through the lens's centre.
 enum class Side { Same, Opposite };
 
-int OffsetOf(const Ring& ring, int bytesPerPixel, float u, float v, Side side) {
+/// What turns a panorama's points into offsets.
+struct Sampling {
+    KernelForm form;
+    int bytesPerPixel;
+};
+
+int OffsetOf(const Ring& ring, Sampling sampling, float u, float v, Side side) {
     if (!(u >= -0.5F && u <= 0.5F && v >= -0.5F && v <= 0.5F)) {
         return kNoSource;
     }
     const bool isSame = side == Side::Same;
     const float column = static_cast<float>(ring.srcWidth - 1) * (isSame ? 0.5F + u : 0.5F - u);
     const float row = static_cast<float>(ring.srcHeight - 1) * (isSame ? 0.5F - v : 0.5F + v);
-    return static_cast<int>(row) * ring.srcStride + static_cast<int>(column) * bytesPerPixel;
+    return PixelAt(sampling.form, row, ring.srcHeight) * ring.srcStride +
+           PixelAt(sampling.form, column, ring.srcWidth) * sampling.bytesPerPixel;
 }
 
-std::vector<int> OffsetsAlong(const std::vector<float>& angles, Mount mount, const Ring& ring,
-                              int bytesPerPixel, Side side = Side::Same) {
+struct Turn {
+    float first;
+    float last;
+};
+
+std::vector<int> OffsetsAlong(Turn turn, Mount mount, const Ring& ring, Sampling sampling,
+                              Side side = Side::Same) {
     const Radii radiiX = RadiiOfRows(mount, ring.radiusX, ring.innerRadiusRatio);
     const Radii radiiY = RadiiOfRows(mount, ring.radiusY, ring.innerRadiusRatio);
     const auto steps = static_cast<float>(ring.dstHeight - 1);
+    const model::AngleTable columns =
+        model::AnglesOf(ListFormOf(sampling.form), turn.first, turn.last, ring.dstWidth);
     std::vector<int> offsets;
     float rx = radiiX.first;
     float ry = radiiY.first;
     for (int y = 0; y < ring.dstHeight; ++y) {
-        for (const float theta : angles) {
-            const auto cosine = static_cast<float>(std::cos(static_cast<double>(theta)));
-            const auto sine = static_cast<float>(std::sin(static_cast<double>(theta)));
-            offsets.push_back(OffsetOf(ring, bytesPerPixel, rx * cosine, ry * sine, side));
+        for (int x = 0; x < ring.dstWidth; ++x) {
+            const auto column = static_cast<std::size_t>(x);
+            offsets.push_back(OffsetOf(ring, sampling, rx * columns.cosines[column],
+                                       ry * columns.sines[column], side));
         }
         rx += (radiiX.last - radiiX.first) / steps;
         ry += (radiiY.last - radiiY.first) / steps;
@@ -58,13 +74,11 @@ std::vector<int> OffsetsAlong(const std::vector<float>& angles, Mount mount, con
 }
 
 /// Both halves, row by row of each, through the points of the upper one.
-std::vector<int> DualOffsetsAlong(const std::vector<float>& angles, Mount mount, const Ring& ring,
-                                  int bytesPerPixel) {
+std::vector<int> DualOffsetsAlong(Turn turn, Mount mount, const Ring& ring, Sampling sampling) {
     Ring upperHalf = ring;
     upperHalf.dstHeight = ring.dstHeight / 2;
-    std::vector<int> offsets = OffsetsAlong(angles, mount, upperHalf, bytesPerPixel);
-    const std::vector<int> lower =
-        OffsetsAlong(angles, mount, upperHalf, bytesPerPixel, Side::Opposite);
+    std::vector<int> offsets = OffsetsAlong(turn, mount, upperHalf, sampling);
+    const std::vector<int> lower = OffsetsAlong(turn, mount, upperHalf, sampling, Side::Opposite);
     offsets.insert(offsets.end(), lower.begin(), lower.end());
     return offsets;
 }
@@ -101,17 +115,22 @@ std::vector<float> SteppedAngles(float first, float last, int columns) {
     return angles;
 }
 
-std::vector<int> DirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan) {
-    const float first = pan * kRadiansPerDegree;
-    const float last = first + kTurn;
-    return OffsetsAlong(SteppedAngles(first, last, ring.dstWidth), mount, ring, bytesPerPixel);
+std::vector<float> AnglesOfForm(KernelForm form, float first, float last, int columns) {
+    return form == KernelForm::C
+               ? SteppedAngles(first, last, columns)
+               : model::AnglesOfLanes(first, (last - first) / static_cast<float>(columns - 1),
+                                      columns);
 }
 
-std::vector<int> TableOffsets(Mount mount, const Ring& ring, int bytesPerPixel) {
-    const std::vector<float> angles = mount == Mount::Table
-                                          ? SteppedAngles(0.0F, kTurn, ring.dstWidth)
-                                          : SteppedAngles(kTurn, 0.0F, ring.dstWidth);
-    return OffsetsAlong(angles, mount, ring, bytesPerPixel);
+std::vector<int> DirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan,
+                               KernelForm form) {
+    const float first = pan * kRadiansPerDegree;
+    return OffsetsAlong({first, first + kTurn}, mount, ring, {form, bytesPerPixel});
+}
+
+std::vector<int> TableOffsets(Mount mount, const Ring& ring, int bytesPerPixel, KernelForm form) {
+    const Turn turn = mount == Mount::Table ? Turn{0.0F, kTurn} : Turn{kTurn, 0.0F};
+    return OffsetsAlong(turn, mount, ring, {form, bytesPerPixel});
 }
 
 std::vector<int> TurnedOffsets(const std::vector<int>& offsets, const Ring& ring, int shift) {
@@ -125,19 +144,18 @@ std::vector<int> TurnedOffsets(const std::vector<int>& offsets, const Ring& ring
     return turned;
 }
 
-std::vector<int> DualDirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan) {
-    const float turn = pan * kRadiansPerDegree;
-    const bool isTable = mount == Mount::Table;
-    const float first = isTable ? -turn : turn + kHalfTurn;
-    const float last = isTable ? kHalfTurn - turn : turn;
-    return DualOffsetsAlong(SteppedAngles(first, last, ring.dstWidth), mount, ring, bytesPerPixel);
+std::vector<int> DualDirectOffsets(Mount mount, const Ring& ring, int bytesPerPixel, float pan,
+                                   KernelForm form) {
+    const float turned = pan * kRadiansPerDegree;
+    const Turn turn = mount == Mount::Table ? Turn{-turned, kHalfTurn - turned}
+                                            : Turn{turned + kHalfTurn, turned};
+    return DualOffsetsAlong(turn, mount, ring, {form, bytesPerPixel});
 }
 
-std::vector<int> DualTableOffsets(Mount mount, const Ring& ring, int bytesPerPixel) {
-    const bool isTable = mount == Mount::Table;
-    std::vector<int> offsets = DualOffsetsAlong(
-        SteppedAngles(isTable ? 0.0F : kHalfTurn, isTable ? kHalfTurn : 0.0F, ring.dstWidth), mount,
-        ring, bytesPerPixel);
+std::vector<int> DualTableOffsets(Mount mount, const Ring& ring, int bytesPerPixel,
+                                  KernelForm form) {
+    const Turn turn = mount == Mount::Table ? Turn{0.0F, kHalfTurn} : Turn{kHalfTurn, 0.0F};
+    std::vector<int> offsets = DualOffsetsAlong(turn, mount, ring, {form, bytesPerPixel});
     offsets.resize(static_cast<std::size_t>(ring.dstWidth * ring.dstHeight), kNoSource);
     return offsets;
 }
@@ -165,7 +183,9 @@ std::vector<int> DualTurnedOffsets(const std::vector<int>& offsets, const Ring& 
 }
 
 void PaintBothHalves(const std::vector<int>& offsets, const Ring& ring, int bytesPerPixel,
-                     const std::vector<unsigned char>& src, std::vector<unsigned char>& dst) {
+                     KernelForm form, const std::vector<unsigned char>& src,
+                     std::vector<unsigned char>& dst) {
+    const auto lanes = static_cast<std::size_t>(LanesOf(form));
     const auto width = static_cast<std::size_t>(ring.dstWidth);
     const auto half = static_cast<std::size_t>(ring.dstHeight / 2);
     for (std::size_t upper = 0; upper < half; ++upper) {
@@ -174,9 +194,11 @@ void PaintBothHalves(const std::vector<int>& offsets, const Ring& ring, int byte
             const std::ptrdiff_t start = static_cast<std::ptrdiff_t>(row) * ring.dstStride;
             std::fill_n(dst.begin() + start, ring.dstStride, static_cast<unsigned char>(0));
         }
-        for (std::size_t x = 0; x < width; ++x) {
+        for (std::size_t first = 0; first < width; first += lanes) {
             for (const std::size_t row : rows) {
-                StorePixel(offsets[row * width + x], ring, bytesPerPixel, row, x, src, dst);
+                for (std::size_t x = first; x < std::min(first + lanes, width); ++x) {
+                    StorePixel(offsets[row * width + x], ring, bytesPerPixel, row, x, src, dst);
+                }
             }
         }
     }
@@ -187,34 +209,45 @@ bool ExactPoint::IsInside(double margin) const {
 }
 
 // Single precision forms the start, the end, their difference, the quotient that is the step, and
-// then one sum for each column. Each rounds once, relative to at most the largest angle; the
-// constants it uses for pi round once more.
-ExactRing::ExactRing(Mount mount, const Ring& ring, int rows, double first, double last)
-    : m_mount(mount), m_ring(ring), m_rows(rows), m_firstAngle(first), m_lastAngle(last) {
+// then one sum for each column, or for each group of columns. Each rounds once, relative to at most
+// the largest angle; the constants it uses for pi round once more. A form with a sine of its own is
+// off by the polynomial's error, and by three roundings of the angle: of the quarter turn between
+// sine and cosine, and of the half turns that are taken away and their pi.
+ExactRing::ExactRing(Mount mount, const Ring& ring, KernelForm form, int rows, double first,
+                     double last)
+    : m_mount(mount),
+      m_form(form),
+      m_ring(ring),
+      m_rows(rows),
+      m_firstAngle(first),
+      m_lastAngle(last) {
     const double largest = 1.01 * std::max(std::fabs(first), std::fabs(last));
     m_angleError = kRounding * ((ring.dstWidth + 5) * largest + 2.0 * std::fabs(last - first));
+    m_sineError =
+        form == KernelForm::C ? kRounding : 2.5e-7 + 3.0 * kRounding * (largest + 0.5 * kPi);
 }
 
-ExactRing ExactRing::Direct(Mount mount, const Ring& ring, float pan) {
+ExactRing ExactRing::Direct(Mount mount, const Ring& ring, float pan, KernelForm form) {
     const double first = pan * kPi / 180.0;
-    return {mount, ring, ring.dstHeight, first, first + 2.0 * kPi};
+    return {mount, ring, form, ring.dstHeight, first, first + 2.0 * kPi};
 }
 
-ExactRing ExactRing::Table(Mount mount, const Ring& ring) {
-    return mount == Mount::Table ? ExactRing(mount, ring, ring.dstHeight, 0.0, 2.0 * kPi)
-                                 : ExactRing(mount, ring, ring.dstHeight, 2.0 * kPi, 0.0);
+ExactRing ExactRing::Table(Mount mount, const Ring& ring, KernelForm form) {
+    return mount == Mount::Table ? ExactRing(mount, ring, form, ring.dstHeight, 0.0, 2.0 * kPi)
+                                 : ExactRing(mount, ring, form, ring.dstHeight, 2.0 * kPi, 0.0);
 }
 
 // The ring turns the other way than a full panorama's: on a table the angles fall with the pan, on
 // a ceiling, whose angles run from left to right, they rise.
-ExactRing ExactRing::DualDirect(Mount mount, const Ring& ring, float pan) {
+ExactRing ExactRing::DualDirect(Mount mount, const Ring& ring, float pan, KernelForm form) {
     const double turn = pan * kPi / 180.0;
-    return mount == Mount::Table ? ExactRing(mount, ring, ring.dstHeight / 2, -turn, kPi - turn)
-                                 : ExactRing(mount, ring, ring.dstHeight / 2, turn + kPi, turn);
+    const int rows = ring.dstHeight / 2;
+    return mount == Mount::Table ? ExactRing(mount, ring, form, rows, -turn, kPi - turn)
+                                 : ExactRing(mount, ring, form, rows, turn + kPi, turn);
 }
 
-ExactRing ExactRing::DualTable(Mount mount, const Ring& ring) {
-    return DualDirect(mount, ring, 0.0F);
+ExactRing ExactRing::DualTable(Mount mount, const Ring& ring, KernelForm form) {
+    return DualDirect(mount, ring, 0.0F, form);
 }
 
 ExactRing ExactRing::WithAngles(const std::vector<float>& angles) const {
@@ -242,10 +275,10 @@ ExactPoint ExactRing::PointAt(int x, int y) const {
 }
 
 // A row's radius rounds once for the inner radius, the difference and the step, and once for each
-// row; sine or cosine and the product with the radius once each.
+// row; the product with the radius once.
 double ExactRing::ErrorOfFraction() const {
     const double radius = 1.01 * static_cast<double>(std::max(m_ring.radiusX, m_ring.radiusY));
-    return radius * (kRounding * (m_ring.dstHeight + 8) + m_angleError);
+    return radius * (kRounding * (m_ring.dstHeight + 7) + m_angleError + m_sineError);
 }
 
 // The sum with one half and the product with the side round once each.

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <optional>
 
 #include "support/CoordinateFrame.h"
@@ -13,7 +12,8 @@ namespace {
 class PlaceCheck {
 public:
     explicit PlaceCheck(const ExactRing& exact)
-        : m_fractionError(exact.ErrorOfFraction()),
+        : m_form(exact.Form()),
+          m_fractionError(exact.ErrorOfFraction()),
           m_columnError(exact.ErrorOfColumn()),
           m_rowError(exact.ErrorOfRow()) {}
 
@@ -29,25 +29,24 @@ public:
         const bool columnIsKnown = IsKnown(point.column, m_columnError);
         const bool rowIsKnown = IsKnown(point.row, m_rowError);
         m_decided += !mayBeBlack && columnIsKnown && rowIsKnown ? 1 : 0;
-        return mayBeSampled && IsNearestOrOneBefore(place->column, point.column) &&
-               IsNearestOrOneBefore(place->row, point.row) &&
-               (!columnIsKnown || place->column == std::floor(point.column)) &&
-               (!rowIsKnown || place->row == std::floor(point.row));
+        return mayBeSampled && MayShow(place->column, point.column, m_columnError) &&
+               MayShow(place->row, point.row, m_rowError);
     }
 
     bool IsSharp() const { return m_columnError < 0.5 && m_rowError < 0.5; }
     double ShareDecided() const { return static_cast<double>(m_decided) / m_pixels; }
 
 private:
-    static bool IsKnown(double position, double error) {
-        return std::fabs(position - std::round(position)) > error;
+    bool MayShow(int index, double position, double error) const {
+        return index == PixelShownAt(m_form, position - error) ||
+               index == PixelShownAt(m_form, position + error);
     }
 
-    static bool IsNearestOrOneBefore(int index, double position) {
-        const double nearest = std::round(position);
-        return index == nearest || index == nearest - 1.0;
+    bool IsKnown(double position, double error) const {
+        return PixelShownAt(m_form, position - error) == PixelShownAt(m_form, position + error);
     }
 
+    KernelForm m_form;
     double m_fractionError;
     double m_columnError;
     double m_rowError;

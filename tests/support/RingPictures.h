@@ -5,11 +5,10 @@
 
 #include "support/RingModel.h"
 
-// Pictures of rings against the geometry in double precision. Sampling truncates, so a pixel shows
-// the source pixel nearest to the exact point or the one before it, as long as single precision
-// stays within half a pixel of that point; `ExactRing` bounds by how much it is off, and every case
-// checks that bound first. Where the exact point is farther than the bound from a pixel's edge, the
-// sampled pixel is known exactly.
+// Pictures of rings against the geometry in double precision. A pixel shows the source pixel that
+// holds the exact point, or in lanes the nearest one, as long as the point is farther from the next
+// one's than single precision is off. `ExactRing` bounds by how much that is, and every case checks
+// first that it is less than half a pixel. Nearer to the edge the pixel beyond it may show as well.
 
 /// Expects every pixel of a frame, made of a frame of coordinates, to show its point of the ring.
 void ExpectRingShows(const std::vector<unsigned char>& frame, const Ring& ring, int bytesPerPixel,

@@ -4,7 +4,6 @@
 
 #include "FisheyeVCamAlgo.h"
 #include "FisheyeVCamAlgo_C.h"
-#include "instrset_detect.h"
 #include "vcam/VCamMounts.h"
 #if defined(__x86_64__)
 #include "FisheyeVCamAlgo_AVX.h"
@@ -12,9 +11,6 @@
 #endif
 
 namespace {
-
-constexpr int kLevelOfAvx = 7;
-constexpr int kLevelOfSse41 = 5;
 
 vcam::ConvertFunction* KernelOf(const VCamKernel& kernel) {
     const bool is24 = kernel.bytesPerPixel == 3;
@@ -36,14 +32,11 @@ vcam::ConvertFunction* KernelOf(const VCamKernel& kernel) {
 }  // namespace
 
 std::string VCamKernel::Name() const {
-    const std::string names[] = {"C", "SSE41", "AVX"};
-    return names[static_cast<int>(form)] + "_" + std::to_string(8 * bytesPerPixel);
+    return NameOf(form) + "_" + std::to_string(8 * bytesPerPixel);
 }
 
 bool VCamKernel::CanRun() const {
-    const int needed =
-        form == VCamForm::AVX ? kLevelOfAvx : (form == VCamForm::SSE41 ? kLevelOfSse41 : 0);
-    return GetCpuInstructionSet() >= needed;
+    return ::CanRun(form);
 }
 
 void VCamKernel::operator()(const VCamFrame& frame, const unsigned char* src,
@@ -83,11 +76,6 @@ SourcePlaces VCamKernel::Places(const VCamFrame& frame,
         places.push_back(PlaceIn(&picture[at], bytesPerPixel));
     }
     return places;
-}
-
-VCamForm FormOfLevel(int level) {
-    return level >= kLevelOfAvx ? VCamForm::AVX
-                                : (level >= kLevelOfSse41 ? VCamForm::SSE41 : VCamForm::C);
 }
 
 vcam::ConvertFunction* VCamEntry(int bytesPerPixel) {

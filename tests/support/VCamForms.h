@@ -48,9 +48,6 @@ inline std::string NameOfKernel(const testing::TestParamInfo<VCamKernel>& info) 
     return info.param.Name();
 }
 
-/// The form that a processor of this level runs.
-VCamForm FormOfLevel(int level);
-
 /// The entry that picks the form, `CvtVCamRGB24` or `CvtVCamRGB32`.
 vcam::ConvertFunction* VCamEntry(int bytesPerPixel);
 

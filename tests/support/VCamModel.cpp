@@ -74,10 +74,6 @@ SourcePlaces PlacesByScalars(const VCamFrame& frame) {
 
 #if defined(__x86_64__)
 
-int LanesOf(VCamForm form) {
-    return form == VCamForm::AVX ? 8 : 4;
-}
-
 /// One component of the rays of neighbouring pixels.
 class LanesOfRay {
 public:
@@ -114,13 +110,6 @@ private:
     float m_rowStep;
 };
 
-/// To a pixel of a side of `count` pixels.
-int RoundedBy(VCamForm form, float position, int count) {
-    const float raised = position + 0.5F;
-    const int index = form == VCamForm::AVX ? static_cast<int>(raised) : model::Round(position);
-    return std::min(index, count - 1);
-}
-
 std::optional<PixelPlace> PlaceByLane(VCamForm form, const VCamFrame& frame, float x, float y,
                                       float z) {
     const float scale = (frame.eyeZ + 1.0F) * 0.31830987F;
@@ -135,8 +124,8 @@ std::optional<PixelPlace> PlaceByLane(VCamForm form, const VCamFrame& frame, flo
         return std::nullopt;
     }
     return PixelPlace{
-        RoundedBy(form, static_cast<float>(frame.srcWidth - 1) * (u + 0.5F), frame.srcWidth),
-        RoundedBy(form, static_cast<float>(frame.srcHeight - 1) * (0.5F - v), frame.srcHeight)};
+        PixelAt(form, static_cast<float>(frame.srcWidth - 1) * (u + 0.5F), frame.srcWidth),
+        PixelAt(form, static_cast<float>(frame.srcHeight - 1) * (0.5F - v), frame.srcHeight)};
 }
 
 SourcePlaces PlacesByLanes(VCamForm form, const VCamFrame& frame) {

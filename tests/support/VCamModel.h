@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "support/CoordinateFrame.h"
+#include "support/KernelForm.h"
 
 // The virtual camera's conversion one pixel at a time, with the rounding of each of its forms.
 // Written in the plainest way and sharing no code with the library.
 
-enum class VCamForm { C, SSE41, AVX };
+using VCamForm = KernelForm;
 
 /// One conversion: sizes in pixels, strides in bytes, the field of view in degrees.
 struct VCamFrame {

@@ -8,8 +8,9 @@
 #include <vector>
 
 #include "FrontwardFisheyeAlgo.h"
-#include "FrontwardFisheyeAlgo_C.h"
 #include "support/CoordinateFrame.h"
+#include "support/InForm.h"
+#include "support/WallKernelSet.h"
 #include "support/WallModel.h"
 
 /// A wall's converters and kernels for one pixel size, so that a typed test covers both.
@@ -34,21 +35,24 @@ struct WallFamily {
         (converter.*kConvert)(src, dst);
     }
 
-    /// The scalar kernels.
-    static void ConvertByKernel(const Wall& wall, const unsigned char* src, unsigned char* dst) {
-        FrontwardFisheyeAlgoNS::C::CvtPanoramaRGB<bits>(
-            wall.srcWidth, wall.srcHeight, wall.srcStride, src, wall.dstWidth, wall.dstHeight,
-            wall.dstStride, dst, wall.radiusX, wall.radiusY, wall.wallViewAngle);
+    /// The kernels of a form.
+    static void ConvertByKernel(KernelForm form, const Wall& wall, const unsigned char* src,
+                                unsigned char* dst) {
+        WallKernelsOf(form, bits)
+            .convert(wall.srcWidth, wall.srcHeight, wall.srcStride, src, wall.dstWidth,
+                     wall.dstHeight, wall.dstStride, dst, wall.radiusX, wall.radiusY,
+                     wall.wallViewAngle);
     }
 
-    static std::vector<int> BuildTable(const Wall& wall) {
-        CAlignedBufferT<int, 32> table;
-        table.Allocate(static_cast<unsigned long long>(wall.dstWidth) *
-                       static_cast<unsigned long long>(wall.dstHeight));
-        FrontwardFisheyeAlgoNS::C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>(
-            wall.srcWidth, wall.srcHeight, wall.srcStride, wall.dstWidth, wall.dstHeight,
-            wall.dstStride, wall.radiusX, wall.radiusY, wall.wallViewAngle, table);
-        return {table.data(), table.data() + table.count()};
+    static void BuildInto(CAlignedBufferT<int, 32>& table, KernelForm form, const Wall& wall) {
+        WallKernelsOf(form, bits)
+            .build(wall.srcWidth, wall.srcHeight, wall.srcStride, wall.dstWidth, wall.dstHeight,
+                   wall.dstStride, wall.radiusX, wall.radiusY, wall.wallViewAngle, table);
+    }
+
+    /// What the model of a form says of the table.
+    static std::vector<int> ExpectedEntries(const Wall& wall, int bytesPerPixel, KernelForm form) {
+        return TableOffsets(wall, bytesPerPixel, form);
     }
 };
 
@@ -60,6 +64,8 @@ struct WallFamilyNames {
         return "Bits" + std::to_string(Family::kBits);
     }
 };
+
+using WallFormNames = FormNames<WallFamilyNames>;
 
 /// A source that tells its places.
 template <class Family>
@@ -88,9 +94,27 @@ void ForRandomWalls(std::uint32_t seed, Check&& check) {
 /// What the direct and what the table-driven conversion must make of a frame that held 0xCD.
 template <class Family>
 std::vector<unsigned char> ExpectedDirectPicture(const Wall& wall,
-                                                 const std::vector<unsigned char>& src) {
+                                                 const std::vector<unsigned char>& src,
+                                                 KernelForm form = FormOfDirectConversions()) {
     std::vector<unsigned char> frame(wall.OutputBytes(), 0xCD);
-    Paint(DirectOffsets(wall, Family::kBytes), wall, Family::kBytes, RowStart::Cleared, src, frame);
+    Paint(DirectOffsets(wall, Family::kBytes, form), wall, Family::kBytes, RowStart::Cleared, src,
+          frame);
+    return frame;
+}
+
+/// What a form's kernel makes of such a frame, and the picture by the table that it builds.
+template <class Family>
+std::vector<unsigned char> KernelPicture(const Wall& wall, const std::vector<unsigned char>& src) {
+    std::vector<unsigned char> frame(wall.OutputBytes(), 0xCD);
+    Family::ConvertByKernel(wall, src.data(), frame.data());
+    return frame;
+}
+
+template <class Family>
+std::vector<unsigned char> BuiltTablePicture(const Wall& wall,
+                                             const std::vector<unsigned char>& src) {
+    std::vector<unsigned char> frame(wall.OutputBytes(), 0xCD);
+    Paint(Family::BuildTable(wall), wall, Family::kBytes, RowStart::Kept, src, frame);
     return frame;
 }
 

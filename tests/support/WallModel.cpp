@@ -3,14 +3,27 @@
 #include <cmath>
 #include <ostream>
 
+#include "support/MeshModel.h"
+#include "support/VectorMathModel.h"
+
 namespace {
 
 constexpr float kHalfPi = 1.5707964F;
-constexpr float kPi = 3.1415927F;
 constexpr float kTwoOverPi = 0.63661975F;
 constexpr float kRadiansPerDegree = 0.017453292F;
 
 const double kExactPi = std::acos(-1.0);
+
+#if defined(__x86_64__)
+float EstimateOfInverse(float a) {
+    return model::Reciprocal(a);
+}
+#else
+// There is no vector form to be modelled.
+float EstimateOfInverse(float) {
+    return 0.0F;
+}
+#endif
 
 float SineOf(float angle) {
     return static_cast<float>(std::sin(static_cast<double>(angle)));
@@ -33,17 +46,35 @@ struct LensPlace {
     float v;
 };
 
-LensPlace DirectPlace(const Direction& d, float kx, float ky) {
+/// The lens's semi-axes for each radian off the axis.
+struct Scale {
+    float x;
+    float y;
+};
+
+using PlaceOf = LensPlace (*)(const Direction& d, Scale k);
+
+LensPlace DirectPlace(const Direction& d, Scale k) {
     const float inverse = 1.0F / d.r;
-    return {(d.x * inverse) * (kx * d.alpha), (d.y * inverse) * (ky * d.alpha)};
+    return {(d.x * inverse) * (k.x * d.alpha), (d.y * inverse) * (k.y * d.alpha)};
 }
 
-LensPlace TablePlace(const Direction& d, float kx, float ky) {
-    const float k = d.alpha / d.r;
-    return {d.x * (kx * k), d.y * (ky * k)};
+LensPlace TablePlace(const Direction& d, Scale k) {
+    const float share = d.alpha / d.r;
+    return {d.x * (k.x * share), d.y * (k.y * share)};
 }
 
-int OffsetOf(const Wall& wall, int bytesPerPixel, LensPlace place) {
+LensPlace DirectPlaceOfLanes(const Direction& d, Scale k) {
+    const float inverse = EstimateOfInverse(d.r);
+    return {k.x * ((d.x * inverse) * d.alpha), k.y * ((d.y * inverse) * d.alpha)};
+}
+
+LensPlace TablePlaceOfLanes(const Direction& d, Scale k) {
+    const float share = d.alpha / d.r;
+    return {k.x * (d.x * share), k.y * (d.y * share)};
+}
+
+int OffsetOf(const Wall& wall, int bytesPerPixel, KernelForm form, LensPlace place) {
     const bool isInside =
         place.u >= -0.5F && place.u <= 0.5F && place.v >= -0.5F && place.v <= 0.5F;
     if (!isInside || wall.srcWidth == 0 || wall.srcHeight == 0) {
@@ -51,31 +82,29 @@ int OffsetOf(const Wall& wall, int bytesPerPixel, LensPlace place) {
     }
     const float column = (place.u + 0.5F) * static_cast<float>(wall.srcWidth - 1);
     const float row = (place.v + 0.5F) * static_cast<float>(wall.srcHeight - 1);
-    return static_cast<int>(row) * wall.srcStride + static_cast<int>(column) * bytesPerPixel;
+    return PixelAt(form, row, wall.srcHeight) * wall.srcStride +
+           PixelAt(form, column, wall.srcWidth) * bytesPerPixel;
 }
 
-std::vector<int> Offsets(const Wall& wall, int bytesPerPixel,
-                         LensPlace (*placeOf)(const Direction& d, float kx, float ky)) {
-    const float thetaStep = kPi / static_cast<float>(wall.dstWidth - 1);
+std::vector<int> Offsets(const Wall& wall, int bytesPerPixel, KernelForm form, PlaceOf placeOf) {
+    const model::AngleTable longitudes =
+        model::AnglesOf(ListFormOf(form), -kHalfPi, kHalfPi, wall.dstWidth);
     const float halfAngle = wall.wallViewAngle * kRadiansPerDegree;
     const float phiStep = (halfAngle + halfAngle) / static_cast<float>(wall.dstHeight - 1);
     const float sinStep = SineOf(phiStep);
     const float cosStep = CosineOf(phiStep);
-    const float kx = wall.radiusX * kTwoOverPi;
-    const float ky = wall.radiusY * kTwoOverPi;
+    const Scale scale{wall.radiusX * kTwoOverPi, wall.radiusY * kTwoOverPi};
     std::vector<int> offsets;
     float sinPhi = SineOf(-halfAngle);
     float cosPhi = CosineOf(-halfAngle);
     for (int row = 0; row < wall.dstHeight; ++row) {
-        float theta = -kHalfPi;
-        for (int column = 0; column < wall.dstWidth; ++column) {
-            const float x = cosPhi * SineOf(theta);
-            const float z = cosPhi * CosineOf(theta);
-            const float r = std::sqrt(sinPhi * sinPhi + x * x);
-            const double alpha = std::atan2(static_cast<double>(r), static_cast<double>(z));
-            const Direction direction{x, sinPhi, r, static_cast<float>(alpha)};
-            offsets.push_back(OffsetOf(wall, bytesPerPixel, placeOf(direction, kx, ky)));
-            theta += thetaStep;
+        for (int x = 0; x < wall.dstWidth; ++x) {
+            const auto column = static_cast<std::size_t>(x);
+            const float right = cosPhi * longitudes.sines[column];
+            const float ahead = cosPhi * longitudes.cosines[column];
+            const float r = std::sqrt(sinPhi * sinPhi + right * right);
+            const Direction direction{right, sinPhi, r, model::OffAxis(ListFormOf(form), r, ahead)};
+            offsets.push_back(OffsetOf(wall, bytesPerPixel, form, placeOf(direction, scale)));
         }
         const float nextSin = sinPhi * cosStep + cosPhi * sinStep;
         const float nextCos = cosPhi * cosStep - sinPhi * sinStep;
@@ -95,12 +124,14 @@ Wall PackedWall(int srcWidth, int srcHeight, int dstWidth, int dstHeight, int by
     return {PackedFrames(srcWidth, srcHeight, dstWidth, dstHeight, bytesPerPixel)};
 }
 
-std::vector<int> DirectOffsets(const Wall& wall, int bytesPerPixel) {
-    return Offsets(wall, bytesPerPixel, DirectPlace);
+std::vector<int> DirectOffsets(const Wall& wall, int bytesPerPixel, KernelForm form) {
+    return Offsets(wall, bytesPerPixel, form,
+                   form == KernelForm::C ? DirectPlace : DirectPlaceOfLanes);
 }
 
-std::vector<int> TableOffsets(const Wall& wall, int bytesPerPixel) {
-    return Offsets(wall, bytesPerPixel, TablePlace);
+std::vector<int> TableOffsets(const Wall& wall, int bytesPerPixel, KernelForm form) {
+    return Offsets(wall, bytesPerPixel, form,
+                   form == KernelForm::C ? TablePlace : TablePlaceOfLanes);
 }
 
 Wall WallGenerator::NextWall(int bytesPerPixel) {
@@ -133,4 +164,15 @@ ExactLook LookOf(const Wall& wall, int x, int y) {
     const double u = static_cast<double>(wall.radiusX) * reach * std::cos(heading);
     const double v = static_cast<double>(wall.radiusY) * reach * std::sin(heading);
     return {offAxis, u, v, (wall.srcWidth - 1) * (u + 0.5), (wall.srcHeight - 1) * (v + 0.5)};
+}
+
+double ErrorOfFraction(KernelForm form, Path path, float radius) {
+    // Angles sum up to some thousand roundings of 6e-8 each. Most cancel out, and what is left stays
+    // below this.
+    constexpr double kOfSums = 4e-6;
+    constexpr double kOfArctangent = 0.0029;
+    const double ofEstimate = path == Path::Direct ? std::ldexp(1.5, -12) : 0.0;
+    return kOfSums + (form == KernelForm::C ? 0.0
+                                            : static_cast<double>(radius) *
+                                                  (kOfArctangent * 2.0 / kExactPi + ofEstimate));
 }

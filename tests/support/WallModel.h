@@ -5,6 +5,7 @@
 #include <iosfwd>
 #include <vector>
 
+#include "support/KernelForm.h"
 #include "support/PanoramaFrames.h"
 #include "support/RingGenerator.h"
 
@@ -21,10 +22,12 @@ std::ostream& operator<<(std::ostream& out, const Wall& wall);
 /// A wall between frames without row padding.
 Wall PackedWall(int srcWidth, int srcHeight, int dstWidth, int dstHeight, int bytesPerPixel);
 
-/// The byte offset of each output pixel's source pixel in single precision, row by row: as the
-/// direct conversion samples them, and as a table holds them.
-std::vector<int> DirectOffsets(const Wall& wall, int bytesPerPixel);
-std::vector<int> TableOffsets(const Wall& wall, int bytesPerPixel);
+/// The byte offset of each output pixel's source pixel in a form's single precision, row by row: as
+/// the direct conversion samples them, and as a table holds them.
+std::vector<int> DirectOffsets(const Wall& wall, int bytesPerPixel,
+                               KernelForm form = FormOfDirectConversions());
+std::vector<int> TableOffsets(const Wall& wall, int bytesPerPixel,
+                              KernelForm form = FormOfTables());
 
 /// Makes walls of all shapes, the same ones for the same seed: small sides, odd strides, radii
 /// within and beyond the frame, all view angles.
@@ -46,5 +49,12 @@ struct ExactLook {
 };
 
 ExactLook LookOf(const Wall& wall, int x, int y);
+
+/// How a panorama is made.
+enum class Path { Direct, Table };
+
+/// How far a form's u and v may be from the exact ones, for a lens of this radius. In lanes that is
+/// what the arctangent is off, and for direct conversions the processor's estimate of 1 / r.
+double ErrorOfFraction(KernelForm form, Path path, float radius);
 
 #endif

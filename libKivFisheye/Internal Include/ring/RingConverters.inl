@@ -30,23 +30,23 @@ struct CDualPanoramaConverter::Impl : TableConverter<Impl> {
 };
 
 // clang-format off
-ring::ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<24>>>;
-ring::ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<32>>>;
+ring::ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<24>>, KernelIn<Form::SSE41, SSE41::CvtPanoramaRGB<24>>>;
+ring::ConvertFunction& CPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtPanoramaRGB<32>>, KernelIn<Form::SSE41, SSE41::CvtPanoramaRGB<32>>>;
 KernelPointer<ring::ConvertFunction> CPanoramaSimpleConverter::Impl::_cvt_rgb24_impl(_cvt_rgb24_dispatch);
 KernelPointer<ring::ConvertFunction> CPanoramaSimpleConverter::Impl::_cvt_rgb32_impl(_cvt_rgb32_dispatch);
 
-ring::ConvertFunction& CDualPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtDualPanoramaRGB<24>>>;
-ring::ConvertFunction& CDualPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtDualPanoramaRGB<32>>>;
+ring::ConvertFunction& CDualPanoramaSimpleConverter::Impl::_cvt_rgb24_dispatch = FirstCallOf<_cvt_rgb24_impl, Sse41OrC, KernelIn<Form::C, C::CvtDualPanoramaRGB<24>>, KernelIn<Form::SSE41, SSE41::CvtDualPanoramaRGB<24>>>;
+ring::ConvertFunction& CDualPanoramaSimpleConverter::Impl::_cvt_rgb32_dispatch = FirstCallOf<_cvt_rgb32_impl, Sse41OrC, KernelIn<Form::C, C::CvtDualPanoramaRGB<32>>, KernelIn<Form::SSE41, SSE41::CvtDualPanoramaRGB<32>>>;
 KernelPointer<ring::ConvertFunction> CDualPanoramaSimpleConverter::Impl::_cvt_rgb24_impl(_cvt_rgb24_dispatch);
 KernelPointer<ring::ConvertFunction> CDualPanoramaSimpleConverter::Impl::_cvt_rgb32_impl(_cvt_rgb32_dispatch);
 
-BuildFunction& CPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
-BuildFunction& CPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
+BuildFunction& CPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
+BuildFunction& CPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
 KernelPointer<BuildFunction> CPanoramaConverter::Impl::_init_table_rgb24_impl(_init_table_rgb24_dispatch);
 KernelPointer<BuildFunction> CPanoramaConverter::Impl::_init_table_rgb32_impl(_init_table_rgb32_dispatch);
 
-BuildFunction& CDualPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
-BuildFunction& CDualPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
+BuildFunction& CDualPanoramaConverter::Impl::_init_table_rgb24_dispatch = FirstCallOf<_init_table_rgb24_impl, AvxSse41OrC, KernelIn<Form::C, C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<24, OutOfFrame>>>;
+BuildFunction& CDualPanoramaConverter::Impl::_init_table_rgb32_dispatch = FirstCallOf<_init_table_rgb32_impl, AvxSse41OrC, KernelIn<Form::C, C::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::SSE41, SSE41::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>, KernelIn<Form::AVX, AVX::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<32, OutOfFrame>>>;
 KernelPointer<BuildFunction> CDualPanoramaConverter::Impl::_init_table_rgb24_impl(_init_table_rgb24_dispatch);
 KernelPointer<BuildFunction> CDualPanoramaConverter::Impl::_init_table_rgb32_impl(_init_table_rgb32_dispatch);
 // clang-format on

@@ -13,7 +13,7 @@ namespace ring::SSE2 {
 class MeshColumns {
 public:
     MeshColumns(Span angles, int columns) {
-        const ColumnAngleLanes lanes(angles, columns);
+        const ColumnAngleLanes<sse4Floats::kLanes> lanes(angles, columns);
         m_rim.Allocate(2 * lanes.Count());
         for (unsigned long long j = 0; j < lanes.Count(); j += sse4Floats::kLanes) {
             sse::StoreInterleaved(sse4Floats::Load(lanes.Cosines() + j),

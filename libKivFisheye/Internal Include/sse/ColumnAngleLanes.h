@@ -7,8 +7,9 @@
 #include "FisheyeAlgoCommon_SSE2.h"
 #include "MemoryUtils.h"
 
-/// `ColumnAngles` in four lanes, by their own sine. The tables hold whole groups: what is left of
-/// the last one repeats the last column. Throws `std::bad_alloc` when memory runs out.
+/// `ColumnAngles` by the lanes' own sine. The tables hold whole groups of so many lanes: what is left
+/// of the last one repeats the last column. Throws `std::bad_alloc` when memory runs out.
+template <int lanes>
 class ColumnAngleLanes {
 public:
     ColumnAngleLanes(Span angles, int columns) {
@@ -31,10 +32,10 @@ public:
     unsigned long long Count() const { return m_sines.count(); }
 
 private:
-    static constexpr unsigned long kLanes = sse::sse4Floats::kLanes;
+    static constexpr unsigned long kLanes = lanes;
 
-    CAlignedBufferT<float, 16> m_sines;
-    CAlignedBufferT<float, 16> m_cosines;
+    CAlignedBufferT<float, kLanes * sizeof(float)> m_sines;
+    CAlignedBufferT<float, kLanes * sizeof(float)> m_cosines;
 };
 
 #endif

@@ -31,6 +31,11 @@ public:
     [[gnu::always_inline]] friend sse4Ints operator&(sse4Ints a, sse4Ints b) {
         return sse4Ints(_mm_and_si128(a.m_lanes, b.m_lanes));
     }
+    /// `a` where the mask has all bits set, `b` where it has none.
+    [[gnu::always_inline]] friend sse4Ints Select(sse4Ints mask, sse4Ints a, sse4Ints b) {
+        return sse4Ints(_mm_or_si128(_mm_and_si128(mask.m_lanes, a.m_lanes),
+                                     _mm_andnot_si128(mask.m_lanes, b.m_lanes)));
+    }
     template <int count>
     [[gnu::always_inline]] sse4Ints ShiftedLeft() const {
         return sse4Ints(_mm_slli_epi32(m_lanes, count));

@@ -4,13 +4,7 @@
 // to a pixel. Unlike in the scalar form rays are stepped and not formed anew, and the arccosine is
 // the lanes' own.
 
-constexpr int kLanes = Floats::kLanes;
-
-/// How many groups of lanes go side by side through each step, how often a stage repeats that
-/// before the next stage begins, and how many groups that makes.
-constexpr int kGroups = 4;
-constexpr int kRepeats = 8;
-constexpr int kBlock = kGroups * kRepeats;
+#include "SampleLanes.inl"
 
 /// Source pixels further apart than this are each asked for. Closer ones share their cache lines
 /// with those of the rows around, and it is enough to ask for one lane in `kSparse`, another in
@@ -19,14 +13,6 @@ constexpr float kFarApart = 1.5F;
 constexpr int kSparse = 4;
 
 using FloatGroups = LaneGroups<Floats, kGroups>;
-
-/// The source pixels of one group of output pixels. Lanes that are not live show nothing; their
-/// pixels mean nothing, and their offsets are 0.
-struct alignas(kLanes * 4) Samples {
-    int live[kLanes];
-    int x[kLanes];  // then the byte offset in the frame
-    int y[kLanes];
-};
 
 struct RayLanes {
     Floats x;
@@ -79,50 +65,6 @@ struct LensLanes {
     Floats lastColumn;
     Floats lastRow;
     bool isFarApart;  // the source pixels of neighbouring output pixels, around the view's centre
-};
-
-/// Samples found earlier, whose pixels are still to be copied.
-template <class Pixel>
-struct CopyTask {
-    const vcam::SourceLanes<Pixel>& source;
-    const Samples* samples;
-    int groups;
-    unsigned char* target;  // of the first group
-    int columns;            // that may be written from there on
-
-    /// Copies `kGroups` groups from the one at `first`, or as many as there are.
-    [[gnu::always_inline]] void Run(int first) const {
-        if (first + kGroups <= groups && (first + kGroups) * kLanes <= columns && AllLive(first)) {
-            for (int group = first; group < first + kGroups; ++group) {
-                source.template CopyAll<kLanes>(samples[group].x, TargetOf(group));
-            }
-            return;
-        }
-        for (int group = first; group < groups && group < first + kGroups; ++group) {
-            source.template CopyLive<kLanes>(Mask::Load(samples[group].live).Bits(),
-                                             samples[group].x, TargetOf(group),
-                                             columns - group * kLanes);
-        }
-    }
-
-    /// Copies all groups from the one at `first`.
-    [[gnu::always_inline]] void RunFrom(int first) const {
-        for (; first < groups; first += kGroups) {
-            Run(first);
-        }
-    }
-
-    [[gnu::always_inline]] bool AllLive(int first) const {
-        Mask live = Mask::Load(samples[first].live);
-        for (int group = 1; group < kGroups; ++group) {
-            live = live & Mask::Load(samples[first + group].live);
-        }
-        return live.Bits() == (1 << kLanes) - 1;
-    }
-
-    [[gnu::always_inline]] unsigned char* TargetOf(int group) const {
-        return target + std::ptrdiff_t{group} * kLanes * Pixel::kBytes;
-    }
 };
 
 /// Finds the source pixels of up to `kBlock` groups, asks the memory for them, and leaves `ray` at

@@ -1,31 +1,30 @@
-#ifndef KIVFISHEYE_VCAM_SOURCE_LANES_H
-#define KIVFISHEYE_VCAM_SOURCE_LANES_H
+#ifndef KIVFISHEYE_SOURCE_LANES_H
+#define KIVFISHEYE_SOURCE_LANES_H
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 
+#include "Prefetch.h"
 #include "TargetRegion.h"
 #include "sse/sse4Floats.h"
 #include "sse/sse4Ints.h"
-#include "vcam/VCamJob.h"
 
 KIVFISHEYE_TARGET_BEGIN("sse4.1")
-namespace vcam {
 
 /// The way from source pixels that lie anywhere to the output: integer work in four lanes, and one
 /// copy for each lane. The frame's byte offsets fit in 32 bits.
 template <class Pixel>
 class SourceLanes {
 public:
-    [[gnu::always_inline]] explicit SourceLanes(const VCamJob& job)
-        : m_source(job.source),
-          m_stride(job.sourceStride),
-          m_lastColumn(job.sourceWidth - 1),
-          m_lastRow(job.sourceHeight - 1),
-          m_mayRoundPastEnd(std::max(job.sourceWidth, job.sourceHeight) >= kSmallestInexactSide),
-          m_lastPixel((job.sourceHeight - 1) * job.sourceStride +
-                      (job.sourceWidth - 1) * Pixel::kBytes) {}
+    [[gnu::always_inline]] SourceLanes(const unsigned char* source, int width, int height,
+                                       int stride)
+        : m_source(source),
+          m_stride(stride),
+          m_lastColumn(width - 1),
+          m_lastRow(height - 1),
+          m_mayRoundPastEnd(std::max(width, height) >= kSmallestInexactSide),
+          m_lastPixel((height - 1) * stride + (width - 1) * Pixel::kBytes) {}
 
     /// Replaces each live lane's column in `x` by the offset of its pixel in the frame, and all
     /// others by 0.
@@ -33,14 +32,20 @@ public:
     [[gnu::always_inline]] void FormOffsets(const int* live, int* x, const int* y) const {
         using sse::sse4Ints;
         for (int lane = 0; lane < lanes; lane += sse4Ints::kLanes) {
-            sse4Ints columns = sse4Ints::Load(x + lane);
-            sse4Ints rows = sse4Ints::Load(y + lane);
-            if (m_mayRoundPastEnd) {
-                columns = Min(columns, m_lastColumn);
-                rows = Min(rows, m_lastRow);
-            }
-            const sse4Ints offsets = MultiplyLow(rows, m_stride) + BytesOf(columns);
+            const sse4Ints offsets = OffsetsOf(x + lane, y + lane);
             (offsets & sse4Ints::Load(live + lane)).Store(x + lane);
+        }
+    }
+
+    /// Stores the offsets of the live lanes' pixels as entries of a table, and `outOfFrame` for the
+    /// others.
+    template <int outOfFrame, int lanes>
+    [[gnu::always_inline]] void StoreEntries(const int* live, const int* x, const int* y,
+                                             int* entries) const {
+        using sse::sse4Ints;
+        for (int lane = 0; lane < lanes; lane += sse4Ints::kLanes) {
+            Select(sse4Ints::Load(live + lane), OffsetsOf(x + lane, y + lane), sse4Ints(outOfFrame))
+                .Store(entries + lane);
         }
     }
 
@@ -48,7 +53,6 @@ public:
     /// second-level cache gets them, which holds those of many rows.
     template <int lanes, int step>
     [[gnu::always_inline]] void Prefetch(const int* offsets, int firstLane) const {
-        constexpr int kSecondLevelCache = 2;
         for (int lane = 0; lane < lanes; lane += step) {
             __builtin_prefetch(m_source + offsets[firstLane + lane], 0, kSecondLevelCache);
         }
@@ -87,6 +91,16 @@ private:
     // From here on a float may not hold a position and a half.
     static constexpr int kSmallestInexactSide = 1 << 23;
 
+    [[gnu::always_inline]] sse::sse4Ints OffsetsOf(const int* x, const int* y) const {
+        sse::sse4Ints columns = sse::sse4Ints::Load(x);
+        sse::sse4Ints rows = sse::sse4Ints::Load(y);
+        if (m_mayRoundPastEnd) {
+            columns = Min(columns, m_lastColumn);
+            rows = Min(rows, m_lastRow);
+        }
+        return MultiplyLow(rows, m_stride) + BytesOf(columns);
+    }
+
     [[gnu::always_inline]] static sse::sse4Ints BytesOf(sse::sse4Ints columns) {
         if constexpr (Pixel::kBytes == 4) {
             return columns.template ShiftedLeft<2>();
@@ -116,7 +130,6 @@ private:
     sse::sse4Ints m_lastPixel;
 };
 
-}  // namespace vcam
 KIVFISHEYE_TARGET_END
 
 #endif

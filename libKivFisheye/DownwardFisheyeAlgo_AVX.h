@@ -1,0 +1,16 @@
+#ifndef KIVFISHEYE_DOWNWARD_FISHEYE_ALGO_AVX_H
+#define KIVFISHEYE_DOWNWARD_FISHEYE_ALGO_AVX_H
+
+#include "ring/RingKernels_AVX.h"
+
+/// The kernels of a ceiling camera in eight lanes.
+namespace DownwardFisheyeAlgoNS::AVX {
+
+using Mount = ring::CeilingMount;
+namespace form = ring::AVX;
+
+#include "ring/RingKernels.inl"
+
+}  // namespace DownwardFisheyeAlgoNS::AVX
+
+#endif

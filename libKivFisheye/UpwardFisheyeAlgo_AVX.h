@@ -1,0 +1,16 @@
+#ifndef KIVFISHEYE_UPWARD_FISHEYE_ALGO_AVX_H
+#define KIVFISHEYE_UPWARD_FISHEYE_ALGO_AVX_H
+
+#include "ring/RingKernels_AVX.h"
+
+/// The kernels of a table camera in eight lanes.
+namespace UpwardFisheyeAlgoNS::AVX {
+
+using Mount = ring::TableMount;
+namespace form = ring::AVX;
+
+#include "ring/RingKernels.inl"
+
+}  // namespace UpwardFisheyeAlgoNS::AVX
+
+#endif
