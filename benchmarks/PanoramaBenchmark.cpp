@@ -89,8 +89,6 @@ void RegisterPanoramaBenchmarks() {
                     "/" + std::to_string(side) + "/rgb" + std::to_string(bits) + "/";
                 RegisterFrames(view.name + scene + "warm", job, false);
                 RegisterFrames(view.name + scene + "cold", job, true);
-                Register(view.name + "-table" + scene + "library", job,
-                         [job] { job->conversions.init(); });
             }
         }
     }

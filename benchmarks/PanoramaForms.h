@@ -22,8 +22,8 @@ struct PanoramaForm {
                     unsigned char* dst);  // null where the form has none
 };
 
-/// Of the full and the dual panorama of a table camera and the panorama of a wall camera, those that
-/// run on this processor.
+/// Of the full and the dual panorama of a table camera and the panorama of a wall camera, those
+/// that run on this processor.
 std::vector<PanoramaForm> PanoramaFormsOfProcessor();
 
 #endif

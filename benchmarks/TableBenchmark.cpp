@@ -17,15 +17,14 @@
 
 namespace {
 
-constexpr int kBits = 32;
-
 /// A job that is made when its first contestant runs.
 class LateJob {
 public:
-    LateJob(const PanoramaView& view, int side) : m_view(view), m_side(side) {}
+    LateJob(const PanoramaView& view, int side, int bits = 32)
+        : m_view(view), m_side(side), m_bits(bits) {}
     PanoramaJob& Get() {
         if (!m_job) {
-            m_job = std::make_unique<PanoramaJob>(m_view, m_side, kBits);
+            m_job = std::make_unique<PanoramaJob>(m_view, m_side, m_bits);
         }
         return *m_job;
     }
@@ -33,6 +32,7 @@ public:
 private:
     PanoramaView m_view;
     int m_side;
+    int m_bits;
     std::unique_ptr<PanoramaJob> m_job;
 };
 
@@ -56,7 +56,9 @@ PanoramaSize SizeOf(const PanoramaJob& job) {
 void AddTables(const PanoramaView& view, int side) {
     const auto job = std::make_shared<LateJob>(view, side);
     const std::string scene = "table/" + view.name + "/" + std::to_string(side);
-    Add(scene + "/library", job, [](PanoramaJob& late) { return late.conversions.init; });
+    const MakeRun init = [](PanoramaJob& late) { return late.conversions.init; };
+    Add(scene + "/library", job, init);
+    Add(scene + "/library-rgb24", std::make_shared<LateJob>(view, side, 24), init);
     for (const PanoramaForm& form : PanoramaFormsOfProcessor()) {
         if (form.view == view.name) {
             Add(scene + "/form-" + form.name, job, [form](PanoramaJob& late) -> Run {

@@ -5,8 +5,8 @@
 
 #include "PanoramaJob.h"
 
-/// Sets up FFmpeg's v360 filter from a fisheye picture to a panorama of the job's size, which builds
-/// its maps. Throws `std::runtime_error` when FFmpeg refuses.
+/// Sets up FFmpeg's v360 filter from a fisheye picture to a panorama of the job's size, which
+/// builds its maps. Throws `std::runtime_error` when FFmpeg refuses.
 std::function<void()> FfmpegV360Setup(const PanoramaJob& job);
 
 #endif

@@ -3,13 +3,13 @@
 
 #include "ring/RingKernels_AVX.h"
 
-/// The kernels of a ceiling camera in eight lanes.
+/// The builders of tables of a ceiling camera in eight lanes.
 namespace DownwardFisheyeAlgoNS::AVX {
 
 using Mount = ring::CeilingMount;
 namespace form = ring::AVX;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace DownwardFisheyeAlgoNS::AVX
 

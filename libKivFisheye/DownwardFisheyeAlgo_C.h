@@ -9,7 +9,8 @@ namespace DownwardFisheyeAlgoNS::C {
 using Mount = ring::CeilingMount;
 namespace form = ring::C;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingDirectKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace DownwardFisheyeAlgoNS::C
 

@@ -9,7 +9,8 @@ namespace DownwardFisheyeAlgoNS::SSE41 {
 using Mount = ring::CeilingMount;
 namespace form = ring::SSE41;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingDirectKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace DownwardFisheyeAlgoNS::SSE41
 

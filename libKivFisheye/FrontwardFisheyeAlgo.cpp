@@ -127,6 +127,7 @@ void CPanoramaConverter::CvtRGB32(const unsigned char* src, unsigned char* dst) 
 
 /// The kernel is told of nothing but a table, so it gets the pieces of rows in the order that suits
 /// the caches, each as a table and a frame of one row, after the memory was asked for their lines.
+/// A piece that may only be read could not be lent as a table: it is taken from the table itself.
 void CPanoramaConverter::Impl::ConvertRGB32(const unsigned char* src, unsigned char* dst) {
     constexpr int kBytes = 4;
     MakeRowsBy<kBytes>(src, dst, dstHeight, std::array{TableRun{0, 0, dstWidth}},

@@ -22,8 +22,8 @@
 /// Columns are longitudes from a quarter turn left of the lens axis to a quarter turn right of it,
 /// rows latitudes from `wallViewAngle` above the horizon to as much below. The lens is equidistant:
 /// a direction lies as far from the frame's centre as it turns away from the axis, and a quarter
-/// turn away lies `radiusX` of the frame's width or `radiusY` of its height out. The nearest source
-/// pixel towards the frame's top left is taken.
+/// turn away lies `radiusX` of the frame's width or `radiusY` of its height out. The source
+/// pixel that it meets is taken, or else the next one towards the frame's top left.
 namespace FrontwardFisheyeAlgoNS::C {
 
 using scalar::ConvertWalk;
@@ -84,7 +84,8 @@ private:
     wall::Rows m_rows;
 };
 
-#include "wall/WallForm.inl"
+#include "wall/WallConversion.inl"
+#include "wall/WallTable.inl"
 
 /// Converts one frame of 32-bit pixels by a table.
 template <int outOfFrame>

@@ -24,12 +24,26 @@ namespace FrontwardFisheyeAlgoNS::SSE41 {
 
 using Floats = sse::sse4Floats;
 using Mask = sse::sseMask;
+using sse::LaneGroups;
 
 [[gnu::always_inline]] inline sse::sse4Ints ToPixels(Floats position) {
     return RoundToInts(position);
 }
 
 #include "wall/WallLanes.inl"
+
+#include "PanoramaCopyLanes.inl"
+
+/// A direct conversion takes the processor's estimate of 1 / r.
+struct DirectProducts {
+    [[gnu::always_inline]] static FloatGroups Scaled(const FloatGroups& x, const FloatGroups& r,
+                                                     const FloatGroups& alpha,
+                                                     const FloatGroups& k) {
+        return k * ((x * Rcp(r)) * alpha);
+    }
+};
+
+#include "wall/WallConversion.inl"
 
 /// The scalar conversion: a table leads to scattered pixels, and without a gather instruction lanes
 /// have nothing to add.

@@ -1,5 +1,9 @@
 #include "MemoryUtils.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
 #include <cstdlib>
 
 void* _aligned_malloc(unsigned long size, unsigned long alignment) {
@@ -15,6 +19,20 @@ void* _aligned_malloc(unsigned long size, unsigned long alignment) {
 
 void _aligned_free(void* memory) {
     std::free(memory);
+}
+
+void PreferHugePages(void* memory, unsigned long size) {
+#if defined(MADV_HUGEPAGE)
+    constexpr unsigned long kSmall = 4UL << 20;
+    if (size < kSmall) {
+        return;
+    }
+    const auto page = static_cast<unsigned long>(sysconf(_SC_PAGESIZE));
+    const unsigned long before = -reinterpret_cast<std::uintptr_t>(memory) % page;
+    // No promise is needed: a system without large pages gives small ones.
+    static_cast<void>(
+        madvise(static_cast<char*>(memory) + before, (size - before) / page * page, MADV_HUGEPAGE));
+#endif
 }
 
 #if defined(__GNUC__)

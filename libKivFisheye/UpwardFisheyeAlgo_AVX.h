@@ -3,13 +3,13 @@
 
 #include "ring/RingKernels_AVX.h"
 
-/// The kernels of a table camera in eight lanes.
+/// The builders of tables of a table camera in eight lanes.
 namespace UpwardFisheyeAlgoNS::AVX {
 
 using Mount = ring::TableMount;
 namespace form = ring::AVX;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace UpwardFisheyeAlgoNS::AVX
 

@@ -9,7 +9,8 @@ namespace UpwardFisheyeAlgoNS::C {
 using Mount = ring::TableMount;
 namespace form = ring::C;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingDirectKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace UpwardFisheyeAlgoNS::C
 

@@ -9,7 +9,8 @@ namespace UpwardFisheyeAlgoNS::SSE41 {
 using Mount = ring::TableMount;
 namespace form = ring::SSE41;
 
-#include "ring/RingKernels.inl"
+#include "ring/RingDirectKernels.inl"
+#include "ring/RingTableKernels.inl"
 
 }  // namespace UpwardFisheyeAlgoNS::SSE41
 

@@ -133,8 +133,8 @@ TYPED_TEST(DualTurnMapping, TurnedTableLooksWhereTheDirectConversionOfThatPanLoo
     }
 }
 
-// The quarter positions by hand, at the rim of a round lens of 40.2 pixels around (50, 50): at pan 90
-// the middle of the upper half shows what was at its left end before.
+// The quarter positions by hand, at the rim of a round lens of 40.2 pixels around (50, 50): at pan
+// 90 the middle of the upper half shows what was at its left end before.
 TYPED_TEST(DualTurnMapping, QuarterTurnMovesTheLeftEndsToTheMiddlesOnBothPaths) {
     Ring ring = PackedRing(101, 101, 101, 2, TypeParam::kBytes);
     ring.radiusX = ring.radiusY = 0.402F;

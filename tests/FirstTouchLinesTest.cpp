@@ -54,6 +54,7 @@ protected:
         observed::requests.clear();
         const TableTiles tiles = TableTiles::ForCaches(columns, rows);
         m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes);
+        ExpectTableRequests(entries, columns, rows);
         m_firstTouched.clear();
         std::set<int> seen;
         for (int top = 0; top < rows; top += tiles.rows) {
@@ -70,6 +71,24 @@ protected:
                 }
             }
         }
+    }
+
+    /// What building asks for is the table itself, four rows ahead in narrow tiles.
+    static void ExpectTableRequests(const std::vector<int>& entries, int columns, int rows) {
+        constexpr int kAhead = 4;
+        constexpr int kEntriesInLine = 16;
+        std::vector<std::uintptr_t> expected;
+        const TableTiles tiles = TableTiles::ForCaches(columns, rows);
+        tiles.ForEachRow(columns, rows, [&](int y, int left, int right) {
+            if (tiles.columns == TableTiles::kNarrow && y + kAhead < rows) {
+                for (int x = left; x < right; x += kEntriesInLine) {
+                    expected.push_back(reinterpret_cast<std::uintptr_t>(
+                        &entries[static_cast<std::size_t>((y + kAhead) * columns + x)]));
+                }
+            }
+        });
+        EXPECT_TRUE(observed::requests == expected);
+        observed::requests.clear();
     }
 
     void BuildAny(RingGenerator& generator, int columns, int rows) {

@@ -6,8 +6,10 @@
 #include <cstring>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "support/FailingAllocations.h"
+#include "support/GuardedBuffer.h"
 
 namespace {
 
@@ -107,6 +109,16 @@ TEST(Alloca, UsesTheStackAlone) {
         static_cast<void>(_alloca(size));
     }
     EXPECT_EQ(watch.Requests(), 0);
+}
+
+TEST(HugePages, LeaveContentsAndNeighboursAsTheyAre) {
+    for (const unsigned long size : {0UL, 1UL, 4095UL, (4UL << 20) - 1, 4UL << 20, 9000001UL}) {
+        GuardedBuffer block(size + 5);
+        std::memset(block.data(), 0xA5, size + 5);
+        PreferHugePages(block.data() + 5, size);
+        const std::vector<unsigned char> expected(size + 5, 0xA5);
+        EXPECT_EQ(std::memcmp(block.data(), expected.data(), size + 5), 0) << size;
+    }
 }
 
 template <class Buffer>

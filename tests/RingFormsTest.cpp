@@ -150,8 +150,8 @@ TYPED_TEST(RingLanes, OfEightDifferFromThoseOfFourByTiesAlone) {
     EXPECT_LT(ties, static_cast<int>(four.size()) / 10);
 }
 
-// The same point before rounding but for the lanes' sine, which is off by less than a millionth: the
-// nearest pixel is the truncated one or the next. Outside differs at the edge alone.
+// The same point before rounding but for the lanes' sine, which is off by less than a millionth:
+// the nearest pixel is the truncated one or the next. Outside differs at the edge alone.
 TYPED_TEST(RingTableForms, LieWithinAPixelOfTheScalarTable) {
     RingGenerator generator(6061);
     constexpr int kMost = TypeParam::kForm == KernelForm::C ? 0 : 1;

@@ -10,7 +10,8 @@
 
 using namespace KivFisheyeLib;
 
-// Inputs that no client has. Their few bytes can not be read, so a look at a pixel ends the process.
+// Inputs that no client has. Their few bytes can not be read, so a look at a pixel ends the
+// process.
 
 namespace {
 

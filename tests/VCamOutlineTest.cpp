@@ -137,8 +137,8 @@ TEST_P(VCamOutlines, FollowTheirFormToTheBitWithMatricesOfNoMount) {
     }
 }
 
-// Squares of so small numbers lose their bits, so that a cosine may be beyond 1: the scalar form then
-// gives NaN, and the lanes the rim.
+// Squares of so small numbers lose their bits, so that a cosine may be beyond 1: the scalar form
+// then gives NaN, and the lanes the rim.
 TEST_P(VCamOutlines, FollowTheirFormToTheBitThroughTinyRectangles) {
     for (const float nearPlane : {1e-19F, 1e-21F, 3e-22F, 1e-22F, 3e-23F, 1e-25F}) {
         ViewOutline view = ViewOf({MountTypeCeiling, 25.0F, 10.0F, 8.0F});

@@ -163,8 +163,8 @@ TYPED_TEST(WallEdges, TheAxisIsZeroBytesUpToTheLast) {
     }
 }
 
-// The horizon's first column is a quarter turn off the axis, `radiusX` of the width to the left, and
-// the last one as much to the right.
+// The horizon's first column is a quarter turn off the axis, `radiusX` of the width to the left,
+// and the last one as much to the right.
 TYPED_TEST(WallEdges, RadiusOfOneHalfReachesTheFramesEdgesAndNoMoreDoesNot) {
     Wall wall = PackedWall(101, 101, 2, 3, TypeParam::kBytes);
     wall.radiusY = 0.407F;

@@ -10,8 +10,8 @@
 #include "support/WallFamilies.h"
 #include "support/WallModel.h"
 
-// A wall's kernels in lanes: any width is served and nothing beyond it, and they show what the scalar
-// kernels show but for their rounding and their arctangent.
+// A wall's kernels in lanes: any width is served and nothing beyond it, and they show what the
+// scalar kernels show but for their rounding and their arctangent.
 
 namespace {
 

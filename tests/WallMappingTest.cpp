@@ -9,9 +9,9 @@
 #include "support/WallFamilies.h"
 #include "support/WallModel.h"
 
-// A wall's pictures against the geometry in double precision, every pixel of them. A pixel shows the
-// source pixel that its exact point lies in, or in lanes the nearest one, unless the point is so near
-// to the next one's that the form's error decides.
+// A wall's pictures against the geometry in double precision, every pixel of them. A pixel shows
+// the source pixel that its exact point lies in, or in lanes the nearest one, unless the point is
+// so near to the next one's that the form's error decides.
 
 namespace {
 
@@ -109,8 +109,8 @@ TYPED_TEST(WallTableMapping, EveryPixelOfTheRecommendedSizeShowsItsDirection) {
     this->ExpectShows(PackedWall(1920, 1080, 1920, 763, TypeParam::kBytes));
 }
 
-/// By hand, on a frame whose middle is a pixel, in the two columns at 30 degrees to either side. The
-/// left of the picture shows the left of the source, the top its top.
+/// By hand, on a frame whose middle is a pixel, in the two columns at 30 degrees to either side.
+/// The left of the picture shows the left of the source, the top its top.
 Wall WallAtThirtyDegrees(int bytesPerPixel) {
     Wall wall = PackedWall(101, 61, 4, 2, bytesPerPixel);
     wall.radiusX = wall.radiusY = 0.46F;

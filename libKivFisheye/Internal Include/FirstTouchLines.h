@@ -44,13 +44,21 @@ public:
         const auto lineCount = static_cast<std::uint32_t>(sourceBytes / kLineBytes + 1);
         std::vector<unsigned char> touched(std::size_t{lineCount} + 1);
         touched[lineCount] = 1;
-        // Every line at most once, and the place where the next may go.
-        m_lines.resize(std::size_t{lineCount} + 1);
+        // Every line at most once, and none without a look; and the place where the next may go.
+        const auto longestRow = static_cast<std::size_t>(std::min(width, m_tiles.columns));
+        const std::size_t looks =
+            m_tiles.CountRows(width, height) * ((longestRow + kSparse - 1) / kSparse);
+        m_lines.resize(std::min<std::size_t>(lineCount, looks) + 1);
         std::uint32_t* const lines = m_lines.data();
         unsigned char* const isTouched = touched.data();
         std::size_t count = 0;
         const auto listRow = [&](int y, int left, int right) {
             const int* const row = table + std::ptrdiff_t{y} * width;
+            if (m_tiles.columns <= TableTiles::kNarrow && height - y > kTableRowsAhead) {
+                // A narrow tile's rows end before the processor notices that they run on.
+                PrefetchAll<kFirstLevelCache>(row + left + std::ptrdiff_t{kTableRowsAhead} * width,
+                                              (right - left) * std::ptrdiff_t{sizeof(int)});
+            }
             // Without a branch, which would be hard to foresee.
             std::size_t next = count;
             for (int x = left + y % kSparse; x < right; x += kSparse) {
@@ -104,6 +112,8 @@ public:
     };
 
 private:
+    static constexpr int kTableRowsAhead = 4;
+
     const std::uint32_t* EndOfRow(std::size_t row) const {
         const std::uint32_t* const lines = m_lines.data();
         return row < m_rowEnds.size() ? lines + m_rowEnds[row] : lines + m_lines.size();

@@ -13,6 +13,9 @@ inline void ClearRow(unsigned char* row, int dstStride) {
 
 /// Clears the first `rows` rows.
 inline void ClearRows(unsigned char* dst, int rows, int dstStride) {
+    if (dstStride <= 0) {
+        return;
+    }
     for (int y = 0; y < rows; ++y) {
         ClearRow(dst + std::ptrdiff_t{y} * dstStride, dstStride);
     }

@@ -46,12 +46,10 @@ struct PanoramaTable : PanoramaSizes {
             }
             table.Allocate(static_cast<unsigned long long>(dstWidth) *
                            static_cast<unsigned long long>(dstHeight));
+            PreferHugePages(table.data(), table.count() * sizeof(int));
             build(table);
             const std::int64_t srcBytes = HasSource() ? std::int64_t{srcHeight} * srcStride : 0;
-            const int* const end = table.data() + table.count();
-            const std::int64_t lastPixelEnd =
-                (std::int64_t{srcHeight} - 1) * srcStride + std::int64_t{srcWidth} * bytesPerPixel;
-            hasWords = *std::max_element<const int*>(table.data(), end) <= lastPixelEnd - 4;
+            hasWords = bytesPerPixel == 4 || !HasEntry(OffsetOfLastPixel());
             lines.Build<OutOfFrame>(table.data(), dstWidth, dstHeight, srcBytes);
         } catch (...) {
             table.Reset();
@@ -117,6 +115,15 @@ struct PanoramaTable : PanoramaSizes {
     }
 
 private:
+    std::int64_t OffsetOfLastPixel() const {
+        return (std::int64_t{srcHeight} - 1) * srcStride + (std::int64_t{srcWidth} - 1) * 3;
+    }
+
+    bool HasEntry(std::int64_t offset) const {
+        const int* const end = table.data() + table.count();
+        return std::find(table.data(), end, static_cast<int>(offset)) != end;
+    }
+
     /// Calls `convert` with the pan from 0 up to 360 when there is something to turn by.
     template <unsigned long bits, class ConvertTurnedBy>
     void ConvertAt(float pan, const unsigned char* src, unsigned char* dst,

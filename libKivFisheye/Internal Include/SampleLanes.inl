@@ -1,5 +1,5 @@
-// Source pixels of groups of output pixels, and the copying of them. Included once for each width of
-// lanes, inside a form's namespace and target region, which names its lanes `Floats` and their
+// Source pixels of groups of output pixels, and the copying of them. Included once for each width
+// of lanes, inside a form's namespace and target region, which names its lanes `Floats` and their
 // `Mask`.
 
 constexpr int kLanes = Floats::kLanes;
@@ -9,6 +9,12 @@ constexpr int kLanes = Floats::kLanes;
 constexpr int kGroups = 4;
 constexpr int kRepeats = 8;
 constexpr int kBlock = kGroups * kRepeats;
+
+using FloatGroups = LaneGroups<Floats, kGroups>;
+
+/// The memory is asked for the pixel of one lane in so many, in each row for another one: pixels
+/// that lie close share their cache lines with those of the rows around.
+constexpr int kSparse = 4;
 
 /// The source pixels of one group of output pixels. Lanes that are not live show nothing; their
 /// pixels mean nothing, and their offsets are 0.

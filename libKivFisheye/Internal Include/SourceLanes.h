@@ -12,19 +12,16 @@
 
 KIVFISHEYE_TARGET_BEGIN("sse4.1")
 
-/// The way from source pixels that lie anywhere to the output: integer work in four lanes, and one
-/// copy for each lane. The frame's byte offsets fit in 32 bits.
+/// The byte offsets of source pixels that lie anywhere: integer work in four lanes. All offsets of
+/// the frame fit in 32 bits.
 template <class Pixel>
-class SourceLanes {
+class SourceOffsets {
 public:
-    [[gnu::always_inline]] SourceLanes(const unsigned char* source, int width, int height,
-                                       int stride)
-        : m_source(source),
-          m_stride(stride),
+    [[gnu::always_inline]] SourceOffsets(int width, int height, int stride)
+        : m_stride(stride),
           m_lastColumn(width - 1),
           m_lastRow(height - 1),
-          m_mayRoundPastEnd(std::max(width, height) >= kSmallestInexactSide),
-          m_lastPixel((height - 1) * stride + (width - 1) * Pixel::kBytes) {}
+          m_mayRoundPastEnd(std::max(width, height) >= kSmallestInexactSide) {}
 
     /// Replaces each live lane's column in `x` by the offset of its pixel in the frame, and all
     /// others by 0.
@@ -48,6 +45,44 @@ public:
                 .Store(entries + lane);
         }
     }
+
+private:
+    // From here on adding one half to a position may round it up past the last pixel.
+    static constexpr int kSmallestInexactSide = 1 << 23;
+
+    [[gnu::always_inline]] sse::sse4Ints OffsetsOf(const int* x, const int* y) const {
+        sse::sse4Ints columns = sse::sse4Ints::Load(x);
+        sse::sse4Ints rows = sse::sse4Ints::Load(y);
+        if (m_mayRoundPastEnd) {
+            columns = Min(columns, m_lastColumn);
+            rows = Min(rows, m_lastRow);
+        }
+        return MultiplyLow(rows, m_stride) + BytesOf(columns);
+    }
+
+    [[gnu::always_inline]] static sse::sse4Ints BytesOf(sse::sse4Ints columns) {
+        if constexpr (Pixel::kBytes == 4) {
+            return columns.template ShiftedLeft<2>();
+        } else {
+            return MultiplyLow(columns, sse::sse4Ints(Pixel::kBytes));
+        }
+    }
+
+    sse::sse4Ints m_stride;
+    sse::sse4Ints m_lastColumn;
+    sse::sse4Ints m_lastRow;
+    bool m_mayRoundPastEnd;
+};
+
+/// The way of such pixels to the output: one copy for each lane.
+template <class Pixel>
+class SourceLanes : public SourceOffsets<Pixel> {
+public:
+    [[gnu::always_inline]] SourceLanes(const unsigned char* source, int width, int height,
+                                       int stride)
+        : SourceOffsets<Pixel>(width, height, stride),
+          m_source(source),
+          m_lastPixel((height - 1) * stride + (width - 1) * Pixel::kBytes) {}
 
     /// Asks the memory for the pixels of every `step`th lane, which are used a while later: the
     /// second-level cache gets them, which holds those of many rows.
@@ -88,27 +123,6 @@ public:
     }
 
 private:
-    // From here on a float may not hold a position and a half.
-    static constexpr int kSmallestInexactSide = 1 << 23;
-
-    [[gnu::always_inline]] sse::sse4Ints OffsetsOf(const int* x, const int* y) const {
-        sse::sse4Ints columns = sse::sse4Ints::Load(x);
-        sse::sse4Ints rows = sse::sse4Ints::Load(y);
-        if (m_mayRoundPastEnd) {
-            columns = Min(columns, m_lastColumn);
-            rows = Min(rows, m_lastRow);
-        }
-        return MultiplyLow(rows, m_stride) + BytesOf(columns);
-    }
-
-    [[gnu::always_inline]] static sse::sse4Ints BytesOf(sse::sse4Ints columns) {
-        if constexpr (Pixel::kBytes == 4) {
-            return columns.template ShiftedLeft<2>();
-        } else {
-            return MultiplyLow(columns, sse::sse4Ints(Pixel::kBytes));
-        }
-    }
-
     template <int lanes>
     [[gnu::always_inline]] bool HasLastPixel(const int* offsets) const {
         int bits = 0;
@@ -123,10 +137,6 @@ private:
     }
 
     const unsigned char* m_source;
-    sse::sse4Ints m_stride;
-    sse::sse4Ints m_lastColumn;
-    sse::sse4Ints m_lastRow;
-    bool m_mayRoundPastEnd;
     sse::sse4Ints m_lastPixel;
 };
 

@@ -7,8 +7,9 @@
 
 #include "TruncateToInt.h"
 
-/// From a point of the source frame to the byte offset of the pixel that holds it, in scalar
-/// arithmetic. The row offsets are a table, which throws `std::bad_alloc` when memory runs out.
+/// From a point of the source frame to the byte offset of the pixel that it meets, or else the next
+/// one towards the frame's top left, in scalar arithmetic. The row offsets are a table, which
+/// throws `std::bad_alloc` when memory runs out.
 template <int bytesPerPixel>
 class SourcePixels {
 public:

@@ -94,18 +94,14 @@ private:
     /// narrow tile end before the processor notices by itself that both run on.
     void AskForNextRows(const Piece& piece) const {
         constexpr int kRowsAhead = 2;
-        constexpr int kLineBytes = 64;
         if (piece.rowsBelow < kRowsAhead) {
             return;
         }
-        const int* const entries = piece.entries + std::ptrdiff_t{kRowsAhead} * m_table.width;
-        for (int x = 0; x < piece.count; x += kLineBytes / int{sizeof(int)}) {
-            Prefetch<kFirstLevelCache>(entries + x);
-        }
-        unsigned char* const dst = piece.dst + std::ptrdiff_t{kRowsAhead} * m_table.dstStride;
-        for (int x = 0; x < piece.count * bytesPerPixel; x += kLineBytes) {
-            Prefetch<kSecondLevelCache, true>(dst + x);
-        }
+        const std::ptrdiff_t count = piece.count;
+        PrefetchAll<kFirstLevelCache>(piece.entries + std::ptrdiff_t{kRowsAhead} * m_table.width,
+                                      count * std::ptrdiff_t{sizeof(int)});
+        PrefetchAll<kSecondLevelCache, true>(
+            piece.dst + std::ptrdiff_t{kRowsAhead} * m_table.dstStride, count * bytesPerPixel);
     }
 
     TableView m_table;

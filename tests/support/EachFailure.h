@@ -5,8 +5,8 @@
 
 #include "support/FailingAllocations.h"
 
-/// Lets each request of `action` fail in turn, which is to throw and to leave no block behind. Gives
-/// how many requests there were.
+/// Lets each request of `action` fail in turn, which is to throw and to leave no block behind.
+/// Gives how many requests there were.
 template <class Action>
 int ExpectEachFailureThrows(Action&& action) {
     int failures = 0;

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 
-// The test program's own `malloc` and `calloc`. Requests beyond 1 GiB always fail, so that no test takes a
-// machine's memory by mistake.
+// The test program's own `malloc` and `calloc`. Requests beyond 1 GiB always fail, so that no test
+// takes a machine's memory by mistake.
 
 /// Watches what this thread asks of both, `operator new` included, from its construction on.
 /// Watches may not overlap.
@@ -20,8 +20,8 @@ public:
     std::size_t LargestRequest() const;
 };
 
-/// Bytes of the heap that are not given back. Under a sanitizer it is a constant: that has an eye on
-/// leaks of its own.
+/// Bytes of the heap that are not given back. Under a sanitizer it is a constant: that has an eye
+/// on leaks of its own.
 std::size_t BytesInUse();
 
 #endif

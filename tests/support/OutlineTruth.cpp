@@ -1,7 +1,10 @@
 #include "support/OutlineTruth.h"
 
 #include <algorithm>
+#include <cmath>
 #include <sstream>
+
+#include "support/RandomFrame.h"
 
 using namespace KivFisheyeLib;
 
@@ -10,6 +13,10 @@ namespace {
 bool IsOnFrame(const SampledPicture& shown, const Point& point) {
     return point.x >= 0.0 && point.y >= 0.0 && point.x <= shown.Width() - 1 &&
            point.y <= shown.Height() - 1;
+}
+
+bool IsMissing(const SampledPicture& shown, const Point& point, double tolerance) {
+    return IsOnFrame(shown, point) && !shown.HasWithin(tolerance, point);
 }
 
 /// Every third place of the frame, and all places along its edges.
@@ -41,30 +48,38 @@ void ExpectNothingOutside(const SampledPicture& shown, const Outline& outline, d
         << "a pixel outside the outline";
 }
 
-void ExpectNothingMissing(const SampledPicture& shown, const Outline& outline, const Outline* hole,
-                          double tolerance) {
-    const auto isMissing = [&](const Point& point) {
-        return IsOnFrame(shown, point) && !shown.HasWithin(tolerance, point);
-    };
-    const std::vector<Point>& edge = outline.Points();
-    EXPECT_EQ(std::count_if(edge.begin(), edge.end(), isMissing), 0) << "points of the outline";
+void ExpectPointsShown(const SampledPicture& shown, const std::vector<Point>& points,
+                       double tolerance) {
+    EXPECT_EQ(std::count_if(points.begin(), points.end(),
+                            [&](const Point& point) { return IsMissing(shown, point, tolerance); }),
+              0)
+        << "points of the outline";
+}
+
+void ExpectInsideShown(const SampledPicture& shown, const Outline& outline, const Outline* hole,
+                       double tolerance) {
     const std::vector<Point> places = PlacesOf(shown);
     EXPECT_EQ(std::count_if(places.begin(), places.end(),
                             [&](const Point& place) {
                                 return outline.Contains(place) &&
                                        !(hole != nullptr && hole->Contains(place)) &&
-                                       isMissing(place);
+                                       IsMissing(shown, place, tolerance);
                             }),
               0)
         << "places inside the outline";
 }
 
+void ExpectNothingMissing(const SampledPicture& shown, const Outline& outline, const Outline* hole,
+                          double tolerance) {
+    ExpectPointsShown(shown, outline.Points(), tolerance);
+    ExpectInsideShown(shown, outline, hole, tolerance);
+}
+
 RandomCamera::RandomCamera(std::mt19937& engine, MountType mount, ViewType view)
     : lens{Between(engine, 0.15F, 0.75F), Between(engine, 0.15F, 0.75F),
            Between(engine, 10.0F, 90.0F), Between(engine, 0.0F, 0.8F)},
-      input(ClientFrame::OfCoordinates(Side(engine, 60, 200), Side(engine, 60, 200),
-                                       PixelFormatRGB32)),
-      output(8 * Side(engine, 8, 40), Side(engine, 40, 160), PixelFormatRGB32) {
+      input(RandomInput(engine, 60, 200, PixelFormatRGB32)),
+      output{8 * Side(engine, 8, 40), Side(engine, 40, 160), PixelFormatRGB32} {
     EXPECT_EQ(camera.SetDewarpParams(lens), kResultOk);
     EXPECT_EQ(camera.SetInputVideoParams(input.record, PixelFormatRGB32), kResultOk);
     EXPECT_EQ(camera.SetOutputVideoParams(output.record), kResultOk);
@@ -79,6 +94,12 @@ SampledPicture RandomCamera::Shown(int firstRow, int rows) {
 
 Outline RandomCamera::OutlineOf(const PointList& list) const {
     return Outline(list.Points(), input.Width(), input.Height());
+}
+
+bool RandomCamera::IsOnRim(const Point& point) const {
+    const double x = (point.x / (input.Width() - 1) - 0.5) / static_cast<double>(lens.radiusX);
+    const double y = (point.y / (input.Height() - 1) - 0.5) / static_cast<double>(lens.radiusY);
+    return std::hypot(x, y) >= 1.0 - 1e-5;
 }
 
 double RandomCamera::LensPixels(double share) const {

@@ -5,6 +5,7 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 #include "KivFisheyeCamera.h"
 #include "support/Between.h"
@@ -23,8 +24,16 @@ constexpr double kPixelDiagonal = 1.4142135623730951;
 /// The pixels that are shown lie inside.
 void ExpectNothingOutside(const SampledPicture& shown, const Outline& outline, double tolerance);
 
-/// The points of the outline that lie on the frame, all places inside it, and those on the frame's
-/// own edges are shown. What `hole` has inside is left out.
+/// Those of the points that lie on the frame are shown.
+void ExpectPointsShown(const SampledPicture& shown, const std::vector<Point>& points,
+                       double tolerance);
+
+/// All places inside the outline, those on the frame's own edges too, are shown. What `hole` has
+/// inside is left out.
+void ExpectInsideShown(const SampledPicture& shown, const Outline& outline, const Outline* hole,
+                       double tolerance);
+
+/// Both, for the outline's points and what lies inside it.
 void ExpectNothingMissing(const SampledPicture& shown, const Outline& outline, const Outline* hole,
                           double tolerance);
 
@@ -39,6 +48,9 @@ public:
 
     /// The outline of a list that the camera has filled.
     Outline OutlineOf(const PointList& list) const;
+
+    /// Whether a place on the frame, in pixels, is where the lens's circle ends.
+    bool IsOnRim(const Point& point) const;
 
     /// An angle's or a fraction's share of the lens, in pixels along its longer semi-axis.
     double LensPixels(double share) const;

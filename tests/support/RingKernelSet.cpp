@@ -34,17 +34,17 @@ namespace kernels = DownwardFisheyeAlgoNS::SSE41;
 
 namespace avx_table {
 namespace kernels = UpwardFisheyeAlgoNS::AVX;
-#include "support/RingKernelSet.inl"
+#include "support/RingBuilderSet.inl"
 }  // namespace avx_table
 
 namespace avx_ceiling {
 namespace kernels = DownwardFisheyeAlgoNS::AVX;
-#include "support/RingKernelSet.inl"
+#include "support/RingBuilderSet.inl"
 }  // namespace avx_ceiling
 #endif
 
 template <int bits>
-RingKernelSet KernelsOf(Mount mount, KernelForm form) {
+RingKernelSet KernelsOf(Mount mount, [[maybe_unused]] KernelForm form) {
     const bool isTable = mount == Mount::Table;
 #if defined(__x86_64__)
     if (form == KernelForm::SSE41) {

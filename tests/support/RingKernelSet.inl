@@ -1,11 +1,6 @@
-// Included once for each mount and form, inside a namespace where `kernels` names theirs.
+// The kernels of a form that has direct conversions too; included as RingBuilderSet.inl is.
 
-/// The builders alone.
-template <int bits>
-RingKernelSet Building() {
-    return {nullptr, nullptr, kernels::InitPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>,
-            kernels::InitDualPanoramaCoorToFisheyeAddrOffsetTableRGB<bits, kNoSource>};
-}
+#include "support/RingBuilderSet.inl"
 
 template <int bits>
 RingKernelSet Converting() {

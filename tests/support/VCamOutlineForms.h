@@ -37,7 +37,8 @@ struct AimedView {
     float zoom;
 };
 
-/// On a square view of a lens circle that fills the frame, around (0.5, 0.5) in windows orientation.
+/// On a square view of a lens circle that fills the frame, around (0.5, 0.5) in windows
+/// orientation.
 model::ViewOutline ViewOf(const AimedView& aim);
 
 /// A test of both forms.

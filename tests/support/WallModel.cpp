@@ -14,17 +14,6 @@ constexpr float kRadiansPerDegree = 0.017453292F;
 
 const double kExactPi = std::acos(-1.0);
 
-#if defined(__x86_64__)
-float EstimateOfInverse(float a) {
-    return model::Reciprocal(a);
-}
-#else
-// There is no vector form to be modelled.
-float EstimateOfInverse(float) {
-    return 0.0F;
-}
-#endif
-
 float SineOf(float angle) {
     return static_cast<float>(std::sin(static_cast<double>(angle)));
 }
@@ -65,7 +54,7 @@ LensPlace TablePlace(const Direction& d, Scale k) {
 }
 
 LensPlace DirectPlaceOfLanes(const Direction& d, Scale k) {
-    const float inverse = EstimateOfInverse(d.r);
+    const float inverse = model::Reciprocal(d.r);
     return {k.x * ((d.x * inverse) * d.alpha), k.y * ((d.y * inverse) * d.alpha)};
 }
 
@@ -167,8 +156,8 @@ ExactLook LookOf(const Wall& wall, int x, int y) {
 }
 
 double ErrorOfFraction(KernelForm form, Path path, float radius) {
-    // Angles sum up to some thousand roundings of 6e-8 each. Most cancel out, and what is left stays
-    // below this.
+    // Angles sum up to some thousand roundings of 6e-8 each. Most cancel out, and what is left
+    // stays below this.
     constexpr double kOfSums = 4e-6;
     constexpr double kOfArctangent = 0.0029;
     const double ofEstimate = path == Path::Direct ? std::ldexp(1.5, -12) : 0.0;

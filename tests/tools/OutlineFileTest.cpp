@@ -251,7 +251,8 @@ TEST_F(OutlineFile, IsAlsoAnSvgOfThePicturesSizeWithPolygonsInPixels) {
     for (const char* name : {"upper", "lower"}) {
         Points expected;
         for (const auto& [x, y] : PointsOf(json, index)) {
-            // The centre of the first pixel is half a pixel from the corner, as is that of the last.
+            // The centre of the first pixel is half a pixel from the corner, as is that of the
+            // last.
             expected.emplace_back(0.5F + x * 639.0F, 0.5F + y * 479.0F);
         }
         ExpectNear(PolygonNamed(name, svg), expected, 1e-3);

@@ -27,6 +27,7 @@ namespace ring::AVX {
 
 using Floats = sse::AVX::avx8Floats;
 using Mask = sse::AVX::avx8Mask;
+using sse::AVX::LaneGroups;
 
 [[gnu::always_inline]] inline sse::AVX::avx8Ints ToPixels(Floats position) {
     return TruncateToInts(position + Floats::FromBits(sse::kHalf));

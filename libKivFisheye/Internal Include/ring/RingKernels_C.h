@@ -20,8 +20,9 @@
 // A panorama's row stands for one ellipse around the frame's centre and its column for one angle, 0
 // at the right of the lens and a quarter turn at its top. Rows are evenly spaced in radius, columns
 // in angle. The point at (u, v) from the centre, in fractions of the frame with v upward, is
-// sampled at the source pixel that holds it. Angles and radii grow by repeated addition in single
-// precision, and what that rounds away is part of the result.
+// sampled at the source pixel that it meets, or else the next one towards the frame's top left.
+// Angles and radii grow by repeated addition in single precision, and what that rounds away is part
+// of the result.
 //
 // A dual panorama is two half panoramas, one above the other. Its columns span half a turn, and the
 // lower half shows at each place what lies opposite, through the lens's centre.
@@ -66,7 +67,8 @@ private:
     RowRadii m_radii;
 };
 
-#include "ring/RingForm.inl"
+#include "ring/RingConversions.inl"
+#include "ring/RingTables.inl"
 
 }  // namespace ring::C
 

@@ -26,12 +26,16 @@ namespace ring::SSE41 {
 
 using Floats = sse::sse4Floats;
 using Mask = sse::sseMask;
+using sse::LaneGroups;
 
 [[gnu::always_inline]] inline sse::sse4Ints ToPixels(Floats position) {
     return RoundToInts(position);
 }
 
 #include "ring/RingLanes.inl"
+
+#include "PanoramaCopyLanes.inl"
+#include "ring/RingConversions.inl"
 
 }  // namespace ring::SSE41
 

@@ -12,15 +12,15 @@ public:
 
     [[gnu::always_inline]] LanePoints PointsOf(int group) const {
         const std::ptrdiff_t column = std::ptrdiff_t{group} * kLanes;
-        return {Floats(m_radii.x) * Floats::Load(m_angles.Cosines() + column),
-                Floats(m_radii.y) * Floats::Load(m_angles.Sines() + column)};
+        return {FloatGroups(Floats(m_radii.x)) * FloatGroups::Load(m_angles.Cosines() + column),
+                FloatGroups(Floats(m_radii.y)) * FloatGroups::Load(m_angles.Sines() + column)};
     }
 
     void NextRow() { m_radii.NextRow(); }
 
 private:
-    ColumnAngleLanes<kLanes> m_angles;
+    ColumnAngleLanes<kLanes, kGroups> m_angles;
     ring::RowRadii m_radii;
 };
 
-#include "ring/RingForm.inl"
+#include "ring/RingTables.inl"

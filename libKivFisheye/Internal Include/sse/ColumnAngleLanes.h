@@ -7,9 +7,10 @@
 #include "FisheyeAlgoCommon_SSE2.h"
 #include "MemoryUtils.h"
 
-/// `ColumnAngles` by the lanes' own sine. The tables hold whole groups of so many lanes: what is left
-/// of the last one repeats the last column. Throws `std::bad_alloc` when memory runs out.
-template <int lanes>
+/// `ColumnAngles` by the lanes' own sine. The tables hold whole groups of so many lanes, and from
+/// each group on `groupsAtOnce` can be read: what is too much repeats the last column. Throws
+/// `std::bad_alloc` when memory runs out.
+template <int lanes, int groupsAtOnce = 1>
 class ColumnAngleLanes {
 public:
     ColumnAngleLanes(Span angles, int columns) {
@@ -17,7 +18,8 @@ public:
             return;
         }
         const auto count = static_cast<unsigned long>(columns);
-        const unsigned long whole = (count + kLanes - 1) / kLanes * kLanes;
+        const unsigned long groups = (count + kLanes - 1) / kLanes;
+        const unsigned long whole = (groups + groupsAtOnce - 1) * kLanes;
         m_sines.Allocate(whole);
         m_cosines.Allocate(whole);
         ::SSE2::CSinAndCosThetaTable::CalculateSinAndCosThetaTable(

@@ -16,6 +16,13 @@ struct MaskGroups {
         }
         return result;
     }
+    [[gnu::always_inline]] friend MaskGroups AndNot(const MaskGroups& a, const MaskGroups& b) {
+        MaskGroups result;
+        for (unsigned i = 0; i < count; ++i) {
+            result.group[i] = AndNot(a.group[i], b.group[i]);
+        }
+        return result;
+    }
 };
 
 template <class Lanes, unsigned count>
@@ -30,6 +37,14 @@ struct LaneGroups {
         for (unsigned i = 0; i < count; ++i) {
             group[i] = lanes;
         }
+    }
+    /// Lanes that stand one after the other.
+    [[gnu::always_inline]] static LaneGroups Load(const float* values) {
+        LaneGroups result;
+        for (unsigned i = 0; i < count; ++i) {
+            result.group[i] = Lanes::Load(values + i * Lanes::kLanes);
+        }
+        return result;
     }
     [[gnu::always_inline]] static LaneGroups FromBits(sse::FloatBits bits) {
         return LaneGroups(Lanes::FromBits(bits));
@@ -88,6 +103,13 @@ struct LaneGroups {
         LaneGroups result;
         for (unsigned i = 0; i < count; ++i) {
             result.group[i] = SignOf(a.group[i]);
+        }
+        return result;
+    }
+    [[gnu::always_inline]] friend Mask HasSignBit(const LaneGroups& a) {
+        Mask result;
+        for (unsigned i = 0; i < count; ++i) {
+            result.group[i] = HasSignBit(a.group[i]);
         }
         return result;
     }

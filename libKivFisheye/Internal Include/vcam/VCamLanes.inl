@@ -6,13 +6,8 @@
 
 #include "SampleLanes.inl"
 
-/// Source pixels further apart than this are each asked for. Closer ones share their cache lines
-/// with those of the rows around, and it is enough to ask for one lane in `kSparse`, another in
-/// each row.
+/// Source pixels further apart than this are each asked for, and not one in `kSparse` alone.
 constexpr float kFarApart = 1.5F;
-constexpr int kSparse = 4;
-
-using FloatGroups = LaneGroups<Floats, kGroups>;
 
 struct RayLanes {
     Floats x;

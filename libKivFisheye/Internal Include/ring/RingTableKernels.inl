@@ -1,30 +1,6 @@
-// The kernels of a mount that sees a ring, under the names that its converters know them by.
-// Included once inside the namespace of each mount and form, where `Mount` is the mount and `form`
-// the ring's kernels of that form.
-
-template <unsigned long bits>
-void CvtPanoramaRGB(int srcWidth, int srcHeight, int srcStride, const unsigned char* src,
-                    int dstWidth, int dstHeight, int dstStride, unsigned char* dst, float radiusX,
-                    float radiusY, float innerRadiusRatio, float pan) {
-    form::ConvertFull<Mount, bits>(
-        {{{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}},
-          radiusX,
-          radiusY},
-         innerRadiusRatio},
-        src, dst, pan);
-}
-
-template <unsigned long bits>
-void CvtDualPanoramaRGB(int srcWidth, int srcHeight, int srcStride, const unsigned char* src,
-                        int dstWidth, int dstHeight, int dstStride, unsigned char* dst,
-                        float radiusX, float radiusY, float innerRadiusRatio, float pan) {
-    form::ConvertDual<Mount, bits>(
-        {{{srcWidth, srcHeight, srcStride, dstWidth, dstHeight, dstStride, int{bits}},
-          radiusX,
-          radiusY},
-         innerRadiusRatio},
-        src, dst, pan);
-}
+// The builders of tables for a mount that sees a ring, under the names that its converters know
+// them by. Included once inside the namespace of each mount and form, where `Mount` is the mount
+// and `form` the ring's kernels of that form.
 
 template <int bits, int outOfFrame>
 void InitPanoramaCoorToFisheyeAddrOffsetTableRGB(int srcWidth, int srcHeight, int srcStride,
