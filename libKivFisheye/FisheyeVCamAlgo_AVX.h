@@ -9,6 +9,7 @@
 #include "Pixel.h"
 #include "SourceLanes.h"
 #include "TargetRegion.h"
+#include "sse/PixelRounding.h"
 #include "sse/avxMath.h"
 #include "vcam/RaySteps.h"
 #include "vcam/VCamJob.h"
@@ -21,16 +22,11 @@ KIVFISHEYE_TARGET_BEGIN("avx")
 namespace FisheyeVCamAlgoNS::AVX {
 
 using Floats = sse::AVX::avx8Floats;
-using Ints = sse::AVX::avx8Ints;
 using Mask = sse::AVX::avx8Mask;
 using sse::AVX::LaneGroups;
 using sse::AVX::LaneIndices;
 using sse::AVX::sseAcosOfTanOfHalfAsin;
 using sse::AVX::sseTanOfHalfAsin;
-
-[[gnu::always_inline]] inline Ints ToPixels(Floats position) {
-    return TruncateToInts(position + Floats::FromBits(sse::kHalf));
-}
 
 #include "vcam/VCamLanes.inl"
 

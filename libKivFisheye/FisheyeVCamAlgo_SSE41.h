@@ -8,6 +8,7 @@
 #include "Pixel.h"
 #include "SourceLanes.h"
 #include "TargetRegion.h"
+#include "sse/PixelRounding.h"
 #include "sse/sseMath.h"
 #include "sse/sseUtil.h"
 #include "vcam/RaySteps.h"
@@ -21,16 +22,11 @@ KIVFISHEYE_TARGET_BEGIN("sse4.1")
 namespace FisheyeVCamAlgoNS::SSE41 {
 
 using Floats = sse::sse4Floats;
-using Ints = sse::sse4Ints;
 using Mask = sse::sseMask;
 using sse::LaneGroups;
 using sse::LaneIndices;
 using sse::sseAcosOfTanOfHalfAsin;
 using sse::sseTanOfHalfAsin;
-
-[[gnu::always_inline]] inline Ints ToPixels(Floats position) {
-    return RoundToInts(position);
-}
 
 #include "vcam/VCamLanes.inl"
 

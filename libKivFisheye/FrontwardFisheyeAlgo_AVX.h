@@ -12,6 +12,7 @@
 #include "SourceLanes.h"
 #include "TargetRegion.h"
 #include "sse/ColumnAngleLanes.h"
+#include "sse/PixelRounding.h"
 #include "sse/avxMath.h"
 #include "wall/WallRows.h"
 
@@ -25,10 +26,6 @@ namespace FrontwardFisheyeAlgoNS::AVX {
 using Floats = sse::AVX::avx8Floats;
 using Mask = sse::AVX::avx8Mask;
 using sse::AVX::LaneGroups;
-
-[[gnu::always_inline]] inline sse::AVX::avx8Ints ToPixels(Floats position) {
-    return TruncateToInts(position + Floats::FromBits(sse::kHalf));
-}
 
 #include "wall/WallLanes.inl"
 

@@ -13,6 +13,7 @@
 #include "SourceLanes.h"
 #include "TargetRegion.h"
 #include "sse/ColumnAngleLanes.h"
+#include "sse/PixelRounding.h"
 #include "sse/sseMath.h"
 #include "wall/WallRows.h"
 
@@ -25,10 +26,6 @@ namespace FrontwardFisheyeAlgoNS::SSE41 {
 using Floats = sse::sse4Floats;
 using Mask = sse::sseMask;
 using sse::LaneGroups;
-
-[[gnu::always_inline]] inline sse::sse4Ints ToPixels(Floats position) {
-    return RoundToInts(position);
-}
 
 #include "wall/WallLanes.inl"
 

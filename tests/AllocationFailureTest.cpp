@@ -34,11 +34,11 @@ protected:
         Setter (Camera::*make)();
     };
 
-    static constexpr NamedSetter kTableSetters[] = {
+    static constexpr NamedSetter kTableSetters[3] = {
         {"input", &Camera::Input}, {"output", &Camera::Output}, {"lens", &Camera::Lens}};
-    static constexpr NamedSetter kSceneSetters[] = {{"mount", &Camera::MountType},
-                                                    {"view", &Camera::ViewType},
-                                                    {"mount and view", &Camera::MountAndViewType}};
+    static constexpr NamedSetter kSceneSetters[3] = {{"mount", &Camera::MountType},
+                                                     {"view", &Camera::ViewType},
+                                                     {"mount and view", &Camera::MountAndViewType}};
 
     /// Lets each of the setters fail at each of its requests, and calls `check(camera)` after each
     /// failure that gets through to the caller.

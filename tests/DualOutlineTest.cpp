@@ -23,7 +23,7 @@ namespace Outline = DownwardFisheyeAlgoNS;
 const double kPi = std::acos(-1.0);
 constexpr auto kNeither = static_cast<CoordinateOrientationType>(2);
 
-Outline::DualOutlineFunction& BothHalvesOf(ListForm form) {
+Outline::DualOutlineFunction& BothHalvesOf([[maybe_unused]] ListForm form) {
 #if defined(__x86_64__)
     if (form == ListForm::SSE2) {
         return Outline::SSE2::CalculateDualPanoramaROICoordinate;

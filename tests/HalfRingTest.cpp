@@ -22,7 +22,7 @@ namespace {
 namespace Outline = DownwardFisheyeAlgoNS;
 
 template <CoordinateOrientationType orientation>
-ring::HalfRingFunction& FillOf(ListForm form) {
+ring::HalfRingFunction& FillOf([[maybe_unused]] ListForm form) {
 #if defined(__x86_64__)
     if (form == ListForm::SSE2) {
         return Outline::SSE2::calculate_outer_inner_ellipse_coordinate<orientation>;

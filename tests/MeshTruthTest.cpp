@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "support/Between.h"
 #include "support/CoordinateFrame.h"
 #include "support/Joined.h"
+#include "support/KernelForm.h"
 #include "support/PanoramaCamera.h"
 #include "support/PointList.h"
 #include "support/RandomFrame.h"
@@ -118,9 +120,16 @@ template <class Panorama>
 class MeshTruth : public testing::Test {
 protected:
     /// How far a mesh and a picture may be apart, in the mesh's units. On a wall the lanes'
-    /// arctangent makes it. On a ring the angle runs, in each by up to 160 sums below 8 radians
-    /// that may each be off by 2^-22, and the radius is 0.5 at most.
-    static constexpr double kError = Panorama::kMountType == MountTypeWall ? 2e-3 : 4e-5;
+    /// arctangent makes it. On a ring the angle runs, by up to 160 sums in the scalar mesh and by a
+    /// sum for each step of at most four lanes in the picture. They are below 8 radians, so that each
+    /// may be off by 2^-22, and the radius is 0.5 at most.
+    static double Error() {
+        constexpr double kOfSum = 0.5 / (1 << 22);
+        constexpr int kSums = 160;
+        const int sumsOfPicture = kSums / std::min(LanesOf(FormOfTables()), 4);
+        return Panorama::kMountType == MountTypeWall ? 2e-3
+                                                     : 1e-6 + (kSums + sumsOfPicture) * kOfSum;
+    }
 
     static int RowsShown(const Scenario& scenario) {
         return kIsDual<Panorama> ? scenario.rows / 2 * 2 : scenario.rows;
@@ -147,12 +156,13 @@ protected:
         return vertices;
     }
 
-    /// Whether a place along one side of the frame, with 0 in its middle, is that of a pixel. Forms
-    /// round down or to the nearest.
+    /// Whether a place along one side of the frame, with 0 in its middle, is that of a pixel. The
+    /// scalar form rounds down, the others to the nearest.
     static bool IsPlaceOf(int pixel, double fromMiddle, int side, double error) {
         const double place = (fromMiddle + 0.5) * (side - 1) - pixel;
         const double slack = error * (side - 1) + 1e-3;
-        return place >= -0.5 - slack && place <= 1.0 + slack;
+        const double lowest = FormOfTables() == KernelForm::C ? 0.0 : -0.5;
+        return place >= lowest - slack && place <= lowest + 1.0 + slack;
     }
 
     /// Whether a pixel is what the vertex lies on, or there is none beyond the frame. A vertex on
@@ -163,11 +173,11 @@ protected:
         const double twiceY = 2.0 * static_cast<double>(scenario.lens.radiusY);
         const Point place{twiceX * vertex.x, twiceY * vertex.y};
         if (!pixel) {
-            return !(std::fabs(place.x) <= 0.5 - kError * twiceX - 1e-5 &&
-                     std::fabs(place.y) <= 0.5 - kError * twiceY - 1e-5);
+            return !(std::fabs(place.x) <= 0.5 - Error() * twiceX - 1e-5 &&
+                     std::fabs(place.y) <= 0.5 - Error() * twiceY - 1e-5);
         }
-        return IsPlaceOf(pixel->column, place.x, scenario.input.Width(), kError * twiceX) &&
-               IsPlaceOf(pixel->row, place.y, scenario.input.Height(), kError * twiceY);
+        return IsPlaceOf(pixel->column, place.x, scenario.input.Width(), Error() * twiceX) &&
+               IsPlaceOf(pixel->row, place.y, scenario.input.Height(), Error() * twiceY);
     }
 
     /// Holds a mesh against a picture, which may have its columns the other way round.

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+#include "instrset_detect.h"
 #include "support/FailingAllocations.h"
 #include "support/FailingMalloc.h"
+#include "support/KernelForm.h"
 #include "support/LockProbe.h"
 #include "support/PanoramaCamera.h"
 #include "support/SnapshotBlock.h"
@@ -166,11 +168,19 @@ int FailEachRequestOfTheScene(SnapshotCamera& prepared) {
     return failures;
 }
 
+/// How many of these requests there are at least: the scene itself, and what it takes. Four lanes
+/// convert a virtual camera's view without memory.
+int LeastRequestsOf(const MountAndView& scene) {
+    const bool isWithoutMemory =
+        scene.view == ViewTypeVCam && FormOfLevel(GetCpuInstructionSet()) == KernelForm::SSE41;
+    return isWithoutMemory ? 1 : 2;
+}
+
 TEST(SnapshotFailure, AnExceptionOfTheSceneLeavesNoBlockAndNoLock) {
     for (const MountAndView& scene : kEveryScene) {
         SCOPED_TRACE(testing::Message() << "mount " << scene.mount << ", view " << scene.view);
         SnapshotCamera prepared(scene, PixelFormatRGB32, kAim);
-        EXPECT_GE(FailEachRequestOfTheScene(prepared), 2) << "the scene and what it takes";
+        EXPECT_GE(FailEachRequestOfTheScene(prepared), LeastRequestsOf(scene));
         ExpectGoodSnapshot(prepared.camera);
     }
 }

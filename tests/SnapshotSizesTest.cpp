@@ -20,8 +20,8 @@ constexpr auto kNoMount = static_cast<MountType>(7);
 class SnapshotSizes : public testing::Test {
 protected:
     /// Sets the input, whose stride is as it comes out in 32 bits, and a mount and view.
-    void SetUp(std::uint32_t width, std::uint32_t height, PixelFormat format, MountType mount,
-               ViewType view) {
+    void SetInput(std::uint32_t width, std::uint32_t height, PixelFormat format, MountType mount,
+                  ViewType view) {
         const std::uint32_t bytesPerPixel = format == PixelFormatRGB24 ? 3 : 4;
         const VideoFrameInfo input{width, height, (width * bytesPerPixel + 3U) & ~3U,
                                    m_nothing.data()};
@@ -33,7 +33,7 @@ protected:
     void IsBeyond32Bits(std::uint32_t width, std::uint32_t height, PixelFormat format,
                         MountType mount = kNoMount, ViewType view = ViewTypeFullPanorama) {
         SCOPED_TRACE(testing::Message() << width << " x " << height << ", format " << format);
-        SetUp(width, height, format, mount, view);
+        SetInput(width, height, format, mount, view);
         EXPECT_EQ(LargestRequest(), 0U);
     }
 
@@ -41,7 +41,7 @@ protected:
     void AsksFor(std::uint64_t bytes, std::uint32_t width, std::uint32_t height, PixelFormat format,
                  MountType mount = kNoMount, ViewType view = ViewTypeFullPanorama) {
         SCOPED_TRACE(testing::Message() << width << " x " << height << ", format " << format);
-        SetUp(width, height, format, mount, view);
+        SetInput(width, height, format, mount, view);
         EXPECT_EQ(LargestRequest(), bytes);
     }
 

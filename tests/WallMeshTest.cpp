@@ -21,7 +21,7 @@ namespace Mesh = FrontwardFisheyeAlgoNS;
 using MeshFunction = void(int width, int height, float wallViewAngle, bool centerAtOrigin,
                           float* coordinates);
 
-MeshFunction& FunctionOf(ListForm form) {
+MeshFunction& FunctionOf([[maybe_unused]] ListForm form) {
 #if defined(__x86_64__)
     if (form == ListForm::SSE2) {
         return Mesh::SSE2::CalculatePanoramaTextureCoordinate;

@@ -26,7 +26,7 @@ constexpr auto kNeither = static_cast<CoordinateOrientationType>(2);
 using OutlineFunction = void(float centerX, float centerY, float radiusX, float radiusY,
                              float wallViewAngle, float* points, int count);
 
-OutlineFunction& FunctionOf(ListForm form) {
+OutlineFunction& FunctionOf([[maybe_unused]] ListForm form) {
 #if defined(__x86_64__)
     if (form == ListForm::SSE2) {
         return View::SSE2::CalculatePanoramaBoundaryCoordinate<CoordinateOrientationWindows>;

@@ -1,7 +1,6 @@
 // What the vector forms make of a panorama's mapping, as PanoramaWalk.h has it for the scalar one.
 // Included once for each width of lanes, inside the form's namespace and target region, which names
-// what SampleLanes.inl asks for. The namespace also offers `ToPixels`, the form's way from a
-// position to a pixel.
+// what SampleLanes.inl asks for; `ToPixels` is PixelRounding.h's.
 //
 // A walk goes through a panorama's rows: `PointsOf(group)` gives the points of `kGroups` groups of
 // the row's columns, and `NextRow()` goes on. Past the last column there are some more, of no

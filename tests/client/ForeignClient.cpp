@@ -95,7 +95,6 @@ namespace {
 
 constexpr std::int64_t kOk = 0;
 constexpr std::int64_t kNoChange = 1;
-constexpr std::int64_t kNotReady = 2147483649;
 constexpr std::int64_t kInvalidArgument = 2147483651;
 constexpr std::int64_t kNullPointer = 2147483652;
 constexpr foreign::Number kTable = 2;

@@ -12,11 +12,9 @@ constexpr int kLevelOfAvx = 7;
 constexpr int kLevelOfSse41 = 5;
 
 int IndexAt(KernelForm form, float position) {
-#if defined(__x86_64__)
     if (form == KernelForm::SSE41) {
         return model::Round(position);
     }
-#endif
     return static_cast<int>(form == KernelForm::AVX ? position + 0.5F : position);
 }
 

@@ -15,19 +15,6 @@ constexpr float kDegree = 0.017453292F;
 constexpr float kOneOverPi = 0.31830987F;
 constexpr float kTwoOverPi = 0.63661975F;
 
-#if !defined(__x86_64__)
-// There is no vector form to be modelled.
-float Sine(float) {
-    return 0.0F;
-}
-float Cosine(float) {
-    return 0.0F;
-}
-float ArctangentOf(float, float) {
-    return 0.0F;
-}
-#endif
-
 std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }

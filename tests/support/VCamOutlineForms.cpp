@@ -13,7 +13,7 @@
 namespace {
 
 template <CoordinateOrientationType orientation>
-vcam::OutlineFunction& KernelOf(ListForm form) {
+vcam::OutlineFunction& KernelOf([[maybe_unused]] ListForm form) {
 #if defined(__x86_64__)
     if (form == ListForm::SSE2) {
         return FisheyeVCamAlgoNS::SSE2::CalculateVCamROICoordinate<orientation>;

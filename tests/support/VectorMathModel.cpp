@@ -1,12 +1,12 @@
 #include "support/VectorMathModel.h"
 
-#if defined(__x86_64__)
-
-#include <xmmintrin.h>
-
 #include <cmath>
 #include <cstddef>
 #include <limits>
+
+#if defined(__x86_64__)
+#include <xmmintrin.h>
+#endif
 
 namespace {
 
@@ -31,7 +31,12 @@ float Series(float r, float w) {
 namespace model {
 
 float Reciprocal(float a) {
+#if defined(__x86_64__)
     return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a)));
+#else
+    // No form here takes an estimate.
+    return 1.0F / a;
+#endif
 }
 
 int Round(float a) {
@@ -140,5 +145,3 @@ std::vector<float> UnusualFloats() {
     }
     return values;
 }
-
-#endif

@@ -16,6 +16,7 @@
 #include "ring/RingMount.h"
 #include "ring/RowRadii.h"
 #include "sse/ColumnAngleLanes.h"
+#include "sse/PixelRounding.h"
 #include "sse/avxMath.h"
 
 KIVFISHEYE_TARGET_BEGIN("avx")
@@ -28,10 +29,6 @@ namespace ring::AVX {
 using Floats = sse::AVX::avx8Floats;
 using Mask = sse::AVX::avx8Mask;
 using sse::AVX::LaneGroups;
-
-[[gnu::always_inline]] inline sse::AVX::avx8Ints ToPixels(Floats position) {
-    return TruncateToInts(position + Floats::FromBits(sse::kHalf));
-}
 
 #include "ring/RingLanes.inl"
 

@@ -16,6 +16,7 @@
 #include "ring/RingMount.h"
 #include "ring/RowRadii.h"
 #include "sse/ColumnAngleLanes.h"
+#include "sse/PixelRounding.h"
 #include "sse/sseMath.h"
 
 KIVFISHEYE_TARGET_BEGIN("sse4.1")
@@ -27,10 +28,6 @@ namespace ring::SSE41 {
 using Floats = sse::sse4Floats;
 using Mask = sse::sseMask;
 using sse::LaneGroups;
-
-[[gnu::always_inline]] inline sse::sse4Ints ToPixels(Floats position) {
-    return RoundToInts(position);
-}
 
 #include "ring/RingLanes.inl"
 
