@@ -22,14 +22,14 @@ struct FrameLanes {
 
     /// Live is what lies in the frame, its edges included.
     [[gnu::always_inline]] void Locate(const LanePoints& points, Samples* samples) const {
-        const FloatGroups half = FloatGroups::FromBits(sse::kHalf);
-        const auto live = (Abs(points.u) <= half) & (Abs(points.v) <= half);
-        const FloatGroups columns = FloatGroups(lastColumn) * (points.u + half);
-        const FloatGroups rows = FloatGroups(lastRow) * (half - points.v);
+        const Floats half = Floats::FromBits(sse::kHalf);
         for (int i = 0; i < kGroups; ++i) {
-            live.group[i].Store(samples[i].live);
-            ToPixels(columns.group[i]).Store(samples[i].x);
-            ToPixels(rows.group[i]).Store(samples[i].y);
+            const Floats u = points.u.group[i];
+            const Floats v = points.v.group[i];
+            const Mask live = (Abs(u) <= half) & (Abs(v) <= half);
+            live.Store(samples[i].live);
+            ToPixels(lastColumn * (u + half)).Store(samples[i].x);
+            ToPixels(lastRow * (half - v)).Store(samples[i].y);
         }
     }
 
