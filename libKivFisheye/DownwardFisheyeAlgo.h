@@ -56,10 +56,11 @@ public:
 
     /// Builds the table for these sizes in pixels, strides in bytes, lens, and pixels of 24 bits,
     /// or of 32 for any other `bitsPerPixel`. It takes 4 bytes for each output pixel and a
-    /// twentieth of that again; more, up to as much again, when the output is much smaller than the
-    /// source. Throws `std::bad_alloc`, and conversions then write nothing, when memory runs out,
-    /// when output pixels or source bytes exceed what a 32-bit int counts, or when the source's
-    /// rows do not fit in its stride.
+    /// twentieth of that again; more, up to a quarter, when the output is much smaller than the
+    /// source. Building takes up to a twelfth of the source's bytes as well. Throws
+    /// `std::bad_alloc`, and conversions then write nothing, when memory runs out, when output
+    /// pixels or source bytes exceed what a 32-bit int counts, or when the source's rows do not fit
+    /// in its stride.
     KIVFISHEYE_API void Init(int srcWidth, int srcHeight, int srcStride, int dstWidth,
                              int dstHeight, int dstStride, int bitsPerPixel, float radiusX,
                              float radiusY, float innerRadiusRatio);

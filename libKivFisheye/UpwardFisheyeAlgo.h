@@ -16,10 +16,11 @@
 /// one goes on with left, bottom and right.
 ///
 /// Frames are pixels of 24 or 32 bits that are copied unchanged, in rows `stride` bytes apart;
-/// strides are not negative. A panorama pixel that falls outside the source frame comes out as zero
-/// bytes. Nothing is written beyond `dstStride` times `dstHeight` bytes, and source and output must
-/// not overlap. A converter has no lock: conversions may run at once on different outputs, `Init`
-/// may not run beside them.
+/// strides are not negative. A processor with SSE4.1 takes the nearest source pixel, another one
+/// the next towards the frame's top left. A panorama pixel that falls outside the source frame
+/// comes out as zero bytes. Nothing is written beyond `dstStride` times `dstHeight` bytes, and
+/// source and output must not overlap. A converter has no lock: conversions may run at once on
+/// different outputs, `Init` may not run beside them.
 namespace UpwardFisheyeAlgoNS {
 
 /// Evaluates the mapping afresh for every frame: the slow way, which needs no table and turns by
@@ -60,10 +61,11 @@ public:
 
     /// Builds the table for these sizes in pixels, strides in bytes, lens, and pixels of 24 bits,
     /// or of 32 for any other `bitsPerPixel`. It takes 4 bytes for each output pixel and a
-    /// twentieth of that again; more, up to as much again, when the output is much smaller than the
-    /// source. Throws `std::bad_alloc`, and conversions then write nothing, when memory runs out,
-    /// when output pixels or source bytes exceed what a 32-bit int counts, or when the source's
-    /// rows do not fit in its stride.
+    /// twentieth of that again; more, up to a quarter, when the output is much smaller than the
+    /// source. Building takes up to a twelfth of the source's bytes as well. Throws
+    /// `std::bad_alloc`, and conversions then write nothing, when memory runs out, when output
+    /// pixels or source bytes exceed what a 32-bit int counts, or when the source's rows do not fit
+    /// in its stride.
     KIVFISHEYE_API void Init(int srcWidth, int srcHeight, int srcStride, int dstWidth,
                              int dstHeight, int dstStride, int bitsPerPixel, float radiusX,
                              float radiusY, float innerRadiusRatio);

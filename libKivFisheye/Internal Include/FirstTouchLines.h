@@ -14,8 +14,8 @@
 /// A conversion reads scattered source pixels, and waiting for lines that were never touched is
 /// most of what it costs. Once fetched, a line serves many rows, so asking for each line once, some
 /// rows before its first use, takes far fewer requests than asking for each pixel. The list takes
-/// about a twentieth of the table's memory for an output of the recommended size, and up to as much
-/// again for one so small that hardly two of its pixels share a line.
+/// about a twentieth of the table's memory for an output of the recommended size, and up to a
+/// quarter for one so small that hardly two of its pixels share a line.
 class FirstTouchLines {
 public:
     static constexpr int kLineBytes = 64;
