@@ -90,7 +90,7 @@ void WriteJson(const MeshArguments& arguments, const std::vector<MeshGrid>& grid
             "  \"grids\": [";
     const char* separator = "\n";
     for (const MeshGrid& grid : grids) {
-        file << separator << "    {\"name\": \"" << grid.name << "\", \"columns\": " << grid.columns
+        file << separator << R"(    {"name": ")" << grid.name << R"(", "columns": )" << grid.columns
              << ", \"rows\": " << grid.rows << ",\n     \"positions\": ";
         WritePoints(grid.positions, &file);
         file << ",\n     \"texture\": ";
