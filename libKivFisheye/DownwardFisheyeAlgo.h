@@ -9,6 +9,7 @@
 /// `radiusX` and `radiusY` from the centre, and the last row its inner edge, `innerRadiusRatio` of
 /// that, so the horizon is at the top. Column 0 looks to the right of the lens. A quarter of the
 /// width further on the table's picture shows the bottom of the lens and the direct one its top.
+/// The last column shows the first one's direction again.
 ///
 /// From left to right the upper half of a dual panorama shows the lens's left side, its top and its
 /// right side; the lower one goes on with right, bottom and left. Both have the horizon at their
@@ -123,8 +124,8 @@ public:
     /// Converts one frame as `CPanoramaConverter` does, but a growing `pan` moves the picture to
     /// the right, by 180 divided by `dstWidth` degrees at least, and what leaves one half enters
     /// the other. A context, which passes 360 minus its pan, turns the other way. A pan of exactly
-    /// 180 is the picture of 0, while just beside it the halves have changed places. The forms with
-    /// `pan` leave an odd last row as it is, the others make it zero bytes.
+    /// 180 is the picture of 0, while just beside it the halves have changed places. A turn
+    /// leaves an odd last row as it is; without a `pan` above 0 it becomes zero bytes.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

@@ -17,7 +17,8 @@
 namespace FrontwardFisheyeAlgoNS {
 
 /// Evaluates the mapping afresh for every frame: the slow way, which needs no table. Now and then
-/// it takes the source pixel beside the one that `CPanoramaConverter` takes.
+/// it takes the source pixel beside the one that `CPanoramaConverter` takes, or at the frame's edge
+/// none.
 class CPanoramaSimpleConverter {
 public:
     /// Throws `std::bad_alloc` when memory runs out.

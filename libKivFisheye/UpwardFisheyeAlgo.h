@@ -9,7 +9,8 @@
 /// and `radiusY` of its height from centre to edge, and the radius grows with the angle off the
 /// lens axis. Row 0 of a panorama shows the ring's inner edge, `innerRadiusRatio` of the radius,
 /// and the last row its outer edge. Column 0 looks to the right of the lens, and a quarter of the
-/// width further on the picture shows the top of the lens.
+/// width further on the picture shows the top of the lens. The last column shows the first one's
+/// direction again.
 ///
 /// A dual panorama is two half panoramas, one above the other, each half the output's height. From
 /// left to right the upper one shows the lens's right side, its top and its left side; the lower
@@ -128,8 +129,8 @@ public:
     /// Converts one frame as `CPanoramaConverter` does, but a growing `pan` moves the picture to
     /// the right, by 180 divided by `dstWidth` degrees at least, and what leaves one half enters
     /// the other. A context, which passes 360 minus its pan, turns the other way. A pan of exactly
-    /// 180 is the picture of 0, while just beside it the halves have changed places. The forms with
-    /// `pan` leave an odd last row as it is, the others make it zero bytes.
+    /// 180 is the picture of 0, while just beside it the halves have changed places. A turn
+    /// leaves an odd last row as it is; without a `pan` above 0 it becomes zero bytes.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

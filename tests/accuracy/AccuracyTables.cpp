@@ -112,7 +112,7 @@ std::string TableBesideScalar(const PictureFigures& figures) {
 }
 
 std::string TableBesideExact(const PictureFigures& figures) {
-    return PictureTable(figures, {"error", "mean", "mean size"}, true, [](const FormFigures& f) {
+    return PictureTable(figures, {"error", "mean", "absolute"}, true, [](const FormFigures& f) {
         return Cells{Decimal(f.lowestError, 2) + " to " + Decimal(f.highestError, 2),
                      Decimal(f.MeanError(), 2), Decimal(f.MeanSize(), 2)};
     });

@@ -118,6 +118,10 @@ void WriteReasons(const PictureFigures& pictures, std::ostream& out) {
                "step; the arccosine next to the axis. Walls are apart by up to " +
                Farthest(pictures, kWalls) + ", virtual cameras by up to " +
                Farthest(pictures, kCameras) + ".")
+        << Item(
+               "**Estimates.** That estimate differs between makes of processors. So walls and "
+               "virtual cameras in lanes differ between makes also where the form is the same; "
+               "ring panoramas do not.")
         << "\n";
 }
 
@@ -125,25 +129,32 @@ void WriteSummary(const Measurements& m, std::ostream& out) {
     out << "# How accurate the results are\n\n"
         << Paragraph(
                "On one machine every run gives the same bytes. Another processor may run another "
-               "form of a kernel, which shows a neighbouring source pixel here and there. This "
-               "page says how far apart the forms are, and how far each is from exact geometry. "
+               "form of a kernel, which takes other source pixels, mostly neighbours. This page "
+               "says how far apart the forms are, and how far each is from exact geometry. "
                "Distances are in source pixels along a side, for square sources of 1024 and 2880 "
-               "pixels. Three things make the difference:");
+               "pixels. Four things make the difference:");
     WriteReasons(m.pictures, out);
     out << Paragraph(
         "None of this matters for showing video. It matters where pictures of several machines are "
-        "compared: allow for the distances below, and do not compare bytes. Whoever measures in "
-        "pictures adds half a pixel to a place that the `C` form shows. Directions are most exact "
-        "in the `C` form, but for wide ring panoramas, where those in lanes are.");
+        "compared: do not compare bytes, but allow for the distances below. Between makes of "
+        "processors each picture of a wall or a virtual camera lies within its own error from "
+        "geometry, so that two may be twice as far apart. Whoever measures in pictures adds half a "
+        "pixel to a place that the `C` form shows. Directions are most exact in the `C` form; in "
+        "ring panoramas much wider than 1000 pixels they are in lanes.");
 }
 
 void WriteBesideScalar(const PictureFigures& pictures, std::ostream& out) {
     out << "## Pictures: form beside form\n\n"
            "| Form | Runs on | Which source pixel a position becomes |\n|---|---|---|\n"
-           "| `C` | every processor | the one that it lies in: cut off |\n"
-           "| `SSE41` | SSE4.1 and above | the nearest; half way, the one with the even number |\n"
-           "| `AVX` | AVX and above, but for direct panoramas | the nearest; half way, the upper "
-           "one |\n\n"
+           "| `C` | x86-64 below SSE4.1; Arm | the one that it lies in: cut off |\n"
+           "| `SSE41` | SSE4.1 and SSE4.2; direct panoramas also above | the nearest; half way, "
+           "the one with the even number |\n"
+           "| `AVX` | AVX and above: tables and virtual cameras | the nearest; half way, the one "
+           "with the higher number |\n\n"
+        << Paragraph(
+               "`GetCPUInstructionSet()` tells the processor's level: 5 and 6 run `SSE41`, 7 and 8 "
+               "`AVX`. Contexts and the command-line tool make panoramas by tables; direct ones "
+               "are what `CPanoramaSimpleConverter` and `CDualPanoramaSimpleConverter` make.")
         << Paragraph(
                "Of the output pixels that both forms show, *differ* is the share that come "
                "from another source pixel than in the `C` form, and *farthest* the largest "
@@ -151,8 +162,8 @@ void WriteBesideScalar(const PictureFigures& pictures, std::ostream& out) {
                "both, which happens at the rim of the lens and the edge of the frame.")
         << TableBesideScalar(pictures) << "\n"
         << Paragraph(
-               "Tables of the `AVX` form differ from those of `SSE41` where a position lies "
-               "half way between two pixels, and nowhere else: in up to " +
+               "On one processor tables of the `AVX` form differ from those of `SSE41` where a "
+               "position lies half way between two pixels, and nowhere else: in up to " +
                LargestAtSides(
                    pictures, kConversions,
                    [](const FormFigures& f, KernelForm) { return f.ShareOfTies(); }, Percentage) +
@@ -164,9 +175,9 @@ void WriteBesideExact(const PictureFigures& pictures, std::ostream& out) {
         << Paragraph(
                "*Error* is the number of the source pixel less the exact position, columns "
                "and rows alike, from the lowest to the highest; *mean* is its mean, and "
-               "*mean size* that of its size. If nothing but the rounding were inexact, "
+               "*absolute* the mean without signs. If nothing but the rounding were inexact, "
                "errors would reach from -1.00 to 0.00 in the `C` form and from -0.50 to 0.50 "
-               "in the others, and have the mean sizes 0.50 and 0.25.")
+               "in the others, and be 0.50 and 0.25 without signs.")
         << TableBesideExact(pictures) << "\n"
         << Paragraph("Black where geometry shows something, or the other way round, are up to " +
                      LargestAtSides(
@@ -231,7 +242,7 @@ void WriteReproduction(int geometries, std::ostream& out) {
     out << Paragraph(
         "The figures are those of " + Processor() +
             ". Estimates of reciprocals differ between makes of processors, so that elsewhere "
-            "figures of walls and virtual cameras in lanes may differ in their last digit. The "
+            "figures of walls and virtual cameras in lanes may differ by a quarter or so. The "
             "bounds hold wherever an estimate is off by 1.5 / 4096 at most, as all makes say of "
             "theirs. Ring panoramas in lanes take no estimate. `C` forms take the C library's "
             "functions, whose last bits may differ elsewhere, too.",
