@@ -32,12 +32,8 @@ int DetectLevel() {
     return cpu::Level(ThisProcessor());
 }
 
-int HasFeature(std::uint32_t leaf, int ecxBit) {
-    constexpr int kLevelAvx = 7;
-    if (instrset_detect() < kLevelAvx) {
-        return 0;
-    }
-    return cpu::AllSet(ThisProcessor::Cpuid(leaf, 0).ecx, cpu::Bit(ecxBit)) ? 1 : 0;
+int HasExtension(cpu::Extension extension) {
+    return cpu::HasExtension(ThisProcessor(), instrset_detect(), extension) ? 1 : 0;
 }
 
 #else
@@ -46,7 +42,7 @@ int DetectLevel() {
     return 0;
 }
 
-int HasFeature(std::uint32_t, int) {
+int HasExtension(cpu::Extension) {
     return 0;
 }
 
@@ -70,11 +66,11 @@ int GetCpuInstructionSet() {
 }
 
 int hasFMA3() {
-    return HasFeature(1, 12);
+    return HasExtension(cpu::kFma3);
 }
 int hasFMA4() {
-    return HasFeature(0x80000001, 16);
+    return HasExtension(cpu::kFma4);
 }
 int hasXOP() {
-    return HasFeature(0x80000001, 11);
+    return HasExtension(cpu::kXop);
 }

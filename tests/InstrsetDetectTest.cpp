@@ -43,6 +43,7 @@ struct FakeProcessor {
     std::uint32_t leaf1Edx = 0;
     std::uint32_t leaf1Ecx = 0;
     std::uint32_t leaf7Ebx = 0;
+    std::uint32_t extendedEcx = 0;
     std::uint32_t xcr0 = 0;
     std::vector<std::uint32_t> leavesRead{};
     int xgetbvCalls = 0;
@@ -57,6 +58,8 @@ struct FakeProcessor {
                 return {0, 0, leaf1Ecx, leaf1Edx};
             case 7:
                 return {0, leaf7Ebx, 0, 0};
+            case 0x80000001:
+                return {0, 0, extendedEcx, 0};
             default:
                 ADD_FAILURE() << "leaf " << leaf;
                 return {};
@@ -109,6 +112,7 @@ FakeProcessor ProcessorOfLevel(int level) {
 FakeProcessor ProcessorWithEveryBit() {
     FakeProcessor processor;
     processor.leaf1Edx = processor.leaf1Ecx = processor.leaf7Ebx = processor.xcr0 = 0xFFFFFFFF;
+    processor.extendedEcx = 0xFFFFFFFF;
     return processor;
 }
 
@@ -140,6 +144,37 @@ INSTANTIATE_TEST_SUITE_P(ProcessorLevel, MissingFeature, testing::ValuesIn(kFeat
                          [](const testing::TestParamInfo<Feature>& tested) {
                              return tested.param.name;
                          });
+
+/// An extension, and where a processor tells of it.
+struct ExtensionBit {
+    std::string name;
+    cpu::Extension extension;
+    std::uint32_t FakeProcessor::*ecx;
+    std::uint32_t bit;
+};
+
+class ProcessorExtension : public testing::TestWithParam<ExtensionBit> {};
+
+TEST_P(ProcessorExtension, IsThereFromAvxOnWhereItsBitIsSet) {
+    FakeProcessor processor;
+    processor.*GetParam().ecx = GetParam().bit;
+    for (int level = 0; level <= 8; ++level) {
+        EXPECT_EQ(cpu::HasExtension(processor, level, GetParam().extension), level >= 7) << level;
+    }
+}
+
+TEST_P(ProcessorExtension, IsNotThereForOtherBits) {
+    FakeProcessor processor = ProcessorWithEveryBit();
+    processor.*GetParam().ecx = ~GetParam().bit;
+    EXPECT_FALSE(cpu::HasExtension(processor, 8, GetParam().extension));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    ProcessorLevel, ProcessorExtension,
+    testing::Values(ExtensionBit{"Fma3", cpu::kFma3, &FakeProcessor::leaf1Ecx, 0x1000},
+                    ExtensionBit{"Fma4", cpu::kFma4, &FakeProcessor::extendedEcx, 0x10000},
+                    ExtensionBit{"Xop", cpu::kXop, &FakeProcessor::extendedEcx, 0x800}),
+    [](const testing::TestParamInfo<ExtensionBit>& tested) { return tested.param.name; });
 
 TEST(ProcessorLevel, IsZeroWhereLeaf0NamesNoOther) {
     FakeProcessor processor = ProcessorWithEveryBit();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "support/CoordinateFrame.h"
@@ -68,6 +69,23 @@ TYPED_TEST(RingDirectForms, ServeEveryWidthAndStayInTheirFrames) {
             ASSERT_TRUE(dst.IsSurroundingUntouched());
         }
     });
+}
+
+// Every pixel of the panorama shows one of one or two source pixels, so that the frame's last one
+// is among those that are copied together, in any place.
+TYPED_TEST(RingDirectForms, ReadNoByteAfterTheSourcesLastPixel) {
+    for (const auto& [columns, rows] : {std::pair{1, 1}, {2, 1}, {1, 2}}) {
+        for (const int width : {1, 15, 16, 17, 40, 160}) {
+            Ring ring = PackedRing(columns, rows, width, 4, TypeParam::kBytes);
+            ring.radiusX = ring.radiusY = 0.4F;
+            GuardedBuffer src(ring.SourceBytes(TypeParam::kBytes), GuardedBuffer::Side::EndsAtGuard,
+                              0x5A);
+            src.MakeReadOnly();
+            std::vector<unsigned char> frame(ring.OutputBytes(), kFill);
+            TypeParam::ConvertByKernel(ring, 20.0F, src.data(), frame.data());
+            EXPECT_EQ(frame, std::vector<unsigned char>(ring.OutputBytes(), 0x5A)) << ring;
+        }
+    }
 }
 
 TYPED_TEST(RingDirectForms, KeepTheClearedPaddingOfEveryWidth) {

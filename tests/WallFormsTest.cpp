@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 #include "support/GuardedBuffer.h"
@@ -66,6 +67,23 @@ TYPED_TEST(WallDirectForms, ServeEveryWidthAndStayInTheirFrames) {
             ASSERT_TRUE(dst.IsSurroundingUntouched());
         }
     });
+}
+
+// Every pixel of the panorama shows one of one or two source pixels, so that the frame's last one
+// is among those that are copied together, in any place.
+TYPED_TEST(WallDirectForms, ReadNoByteAfterTheSourcesLastPixel) {
+    for (const auto& [columns, rows] : {std::pair{1, 1}, {2, 1}, {1, 2}}) {
+        for (const int width : {1, 15, 16, 17, 40, 160}) {
+            Wall wall = PackedWall(columns, rows, width, 4, TypeParam::kBytes);
+            wall.radiusX = wall.radiusY = 0.4F;
+            GuardedBuffer src(wall.SourceBytes(TypeParam::kBytes), GuardedBuffer::Side::EndsAtGuard,
+                              0x5A);
+            src.MakeReadOnly();
+            std::vector<unsigned char> frame(wall.OutputBytes(), kFill);
+            TypeParam::ConvertByKernel(wall, src.data(), frame.data());
+            EXPECT_EQ(frame, std::vector<unsigned char>(wall.OutputBytes(), 0x5A)) << wall;
+        }
+    }
 }
 
 TYPED_TEST(WallDirectForms, KeepTheClearedPaddingOfEveryWidth) {

@@ -70,6 +70,23 @@ int Level(Processor&& processor) {
     return 8;
 }
 
+/// Instructions beside the levels: the CPUID leaf whose ECX tells of them, and the bit.
+struct Extension {
+    std::uint32_t leaf;
+    std::uint32_t bit;
+};
+
+constexpr Extension kFma3{1, Bit(12)};
+constexpr Extension kFma4{0x80000001, Bit(16)};
+constexpr Extension kXop{0x80000001, Bit(11)};
+
+/// Whether a processor of a level has an extension. All of them work on what comes with AVX.
+template <class Processor>
+bool HasExtension(Processor&& processor, int level, Extension extension) {
+    constexpr int kLevelAvx = 7;
+    return level >= kLevelAvx && AllSet(processor.Cpuid(extension.leaf, 0).ecx, extension.bit);
+}
+
 }  // namespace cpu
 
 #endif

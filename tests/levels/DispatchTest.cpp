@@ -17,8 +17,7 @@ namespace {
 /// Whether this processor can run the kernels that one of the level takes.
 bool HasInstructionsOf(int level) {
 #if defined(__x86_64__)
-    return level < 5 || (__builtin_cpu_supports("sse4.1") != 0 &&
-                         (level < 7 || __builtin_cpu_supports("avx") != 0));
+    return MissingInstructions(level) == nullptr;
 #else
     return level < 2;
 #endif

@@ -7,12 +7,11 @@
 // given level chooses them. This processor has to have the instructions.
 
 int main(int argc, char** argv) {
-    forcedLevel = argc == 2 ? LevelOfWord(argv[1]) : kLevelNotSet;
-    if (forcedLevel == kLevelNotSet) {
+    const int level = argc == 2 ? LevelOfWord(argv[1]) : kLevelNotSet;
+    if (level == kLevelNotSet) {
         std::fprintf(stderr, "usage: KivFisheyeForcedFrames LEVEL, which is 0 to %d\n",
                      kHighestLevel);
         return 2;
     }
-    PrintFrameDigests();
-    return 0;
+    return ForceLevel(level) && PrintFrameDigests() ? 0 : 1;
 }

@@ -25,8 +25,9 @@ void PrintFamily(const std::string& family, int cases, MakeCase&& makeCase) {
     }
 }
 
-/// Prints the processor's level, and the lines of all families.
-void PrintFrameDigests();
+/// Prints the processor's level, and the lines of all families. Where they cannot all be written,
+/// says so and returns false.
+bool PrintFrameDigests();
 
 // In parts: the exported converters, the contexts with their outlines, and the meshes.
 void PrintConverterDigests();
