@@ -51,7 +51,7 @@ void Convert(const vcam::VCamJob& job) {
     // A block of samples is copied to its row while the next row's are found, which then take its
     // place: a whole row after the memory was asked for their pixels.
     for (int row = 0; row <= job.targetHeight; ++row) {
-        unsigned char* target = nullptr;
+        unsigned char* target = job.target;
         int columns = 0;
         if (row > 0) {
             target = job.target + std::ptrdiff_t{row - 1} * job.targetStride;

@@ -23,9 +23,10 @@ public:
 
     const TableTiles& Tiles() const { return m_tiles; }
 
+    /// Leaves nothing behind: what a table takes must not depend on those before it.
     void Clear() {
-        m_lines.clear();
-        m_rowEnds.clear();
+        m_lines = std::vector<std::uint32_t>();
+        m_rowEnds = std::vector<std::uint32_t>();
     }
 
     /// Lists the lines of a table whose offsets are all below `sourceBytes`.
