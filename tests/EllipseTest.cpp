@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -76,6 +77,10 @@ struct EllipseForm {
     Kernel texture;
     int lanes;
 };
+
+void PrintTo(const EllipseForm& form, std::ostream* out) {
+    *out << form.name;
+}
 
 std::vector<EllipseForm> AllForms() {
     return {

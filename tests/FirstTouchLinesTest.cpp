@@ -14,7 +14,7 @@
 // a program can see, so the class is compiled here a second time, in a namespace of its own, with
 // requests that are written down.
 
-namespace observed {
+namespace observed_lines {
 
 std::vector<std::uintptr_t> requests;
 
@@ -27,11 +27,11 @@ void WriteDown(const void* address, int isForWriting, int) {
 #include "FirstTouchLines.h"
 #undef __builtin_prefetch
 
-}  // namespace observed
+}  // namespace observed_lines
 
 namespace {
 
-using observed::FirstTouchLines;
+using observed_lines::FirstTouchLines;
 
 constexpr int kLine = 64;
 
@@ -51,7 +51,7 @@ std::vector<int> InFourColumns(const std::vector<int>& entries) {
 class Lines : public ::testing::Test {
 protected:
     void Build(const std::vector<int>& entries, int columns, int rows, std::int64_t sourceBytes) {
-        observed::requests.clear();
+        observed_lines::requests.clear();
         const TableTiles tiles = TableTiles::ForCaches(columns, rows);
         m_lines.Build<kNoSource>(entries.data(), columns, rows, sourceBytes);
         ExpectTableRequests(entries, columns, rows);
@@ -87,8 +87,8 @@ protected:
                 }
             }
         });
-        EXPECT_TRUE(observed::requests == expected);
-        observed::requests.clear();
+        EXPECT_TRUE(observed_lines::requests == expected);
+        observed_lines::requests.clear();
     }
 
     void BuildAny(RingGenerator& generator, int columns, int rows) {
@@ -117,7 +117,7 @@ protected:
     /// wherever the frame starts.
     std::vector<int> Requested() const {
         std::vector<int> lines;
-        for (const std::uintptr_t address : observed::requests) {
+        for (const std::uintptr_t address : observed_lines::requests) {
             const std::uintptr_t offset = address - reinterpret_cast<std::uintptr_t>(&m_source);
             EXPECT_EQ(offset % kLine, 32U);
             lines.push_back(static_cast<int>(offset / kLine));
@@ -222,8 +222,9 @@ TEST_F(Lines, AreRequestedBeforeTheirRowButNotFarAhead) {
     for (int i = 0; i < 20; ++i) {
         BuildAny(generator, generator.NextInt(1, 12), 200);
         WalkRows([&](int row) {
-            EXPECT_GE(observed::requests.size(), TouchedBy(row + 1).size()) << "row " << row;
-            EXPECT_LE(observed::requests.size(), TouchedBy(row + 1 + kFar).size()) << "row " << row;
+            EXPECT_GE(observed_lines::requests.size(), TouchedBy(row + 1).size()) << "row " << row;
+            EXPECT_LE(observed_lines::requests.size(), TouchedBy(row + 1 + kFar).size())
+                << "row " << row;
         });
     }
 }
@@ -233,7 +234,7 @@ TEST_F(Lines, AreNoneForATableOfNothing) {
     WalkAllRows();
     Build(std::vector<int>(50, kNoSource), 10, 5, 0);
     WalkAllRows();
-    EXPECT_TRUE(observed::requests.empty());
+    EXPECT_TRUE(observed_lines::requests.empty());
 }
 
 TEST_F(Lines, AreReplacedByTheNextTable) {
@@ -247,7 +248,7 @@ TEST_F(Lines, AreForgottenWhenCleared) {
     Build(InFourColumns({0, 64, 128, 192}), 8, 2, 256);
     m_lines.Clear();
     WalkAllRows();
-    EXPECT_TRUE(observed::requests.empty());
+    EXPECT_TRUE(observed_lines::requests.empty());
 }
 
 TEST_F(Lines, ReachTheEndOfTheLargestFrame) {
@@ -262,11 +263,11 @@ TEST_F(Lines, AreRequestedToTheEndAndNotBeyondHoweverOftenARowBegins) {
     Build(InFourColumns({0, 64, 128, 192, 256, 320}), 4, 6, 384);
     WalkAllRows();
     EXPECT_EQ(Requested(), AllTouched());
-    observed::requests.clear();
+    observed_lines::requests.clear();
     const unsigned char source = 0;
     FirstTouchLines::Walk walk(m_lines, &source);
     for (int row = 0; row < 200; ++row) {
         walk.NextRow();
     }
-    EXPECT_EQ(observed::requests.size(), 6U);
+    EXPECT_EQ(observed_lines::requests.size(), 6U);
 }

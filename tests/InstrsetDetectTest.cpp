@@ -153,6 +153,10 @@ struct ExtensionBit {
     std::uint32_t bit;
 };
 
+void PrintTo(const ExtensionBit& extension, std::ostream* out) {
+    *out << extension.name;
+}
+
 class ProcessorExtension : public testing::TestWithParam<ExtensionBit> {};
 
 TEST_P(ProcessorExtension, IsThereFromAvxOnWhereItsBitIsSet) {

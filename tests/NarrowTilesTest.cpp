@@ -14,7 +14,7 @@
 // can see, so the class is compiled here a second time, in a namespace of its own, with requests
 // that are written down.
 
-namespace observed {
+namespace observed_tiles {
 
 std::vector<const void*> readRequests;
 std::vector<const void*> writeRequests;
@@ -27,13 +27,13 @@ void WriteDown(const void* address, bool isForWriting, int) {
 #include "TableConversion.h"
 #undef __builtin_prefetch
 
-}  // namespace observed
+}  // namespace observed_tiles
 
 namespace {
 
-using observed::TableConversion;
-using observed::TableRun;
-using observed::TableView;
+using observed_tiles::TableConversion;
+using observed_tiles::TableRun;
+using observed_tiles::TableView;
 
 constexpr int kBytes = 4;
 constexpr int kWidth = 80;
@@ -43,8 +43,8 @@ constexpr int kStride = kWidth * kBytes;
 class NarrowTiles : public ::testing::Test {
 protected:
     void MakeRows(const TableTiles& tiles, int dstStride = kStride) {
-        observed::readRequests.clear();
-        observed::writeRequests.clear();
+        observed_tiles::readRequests.clear();
+        observed_tiles::writeRequests.clear();
         const TableView view{m_entries.data(), kWidth, kHeight, dstStride};
         TableConversion<kBytes>(view, m_frame.data())
             .MakeRows(
@@ -69,21 +69,21 @@ TEST_F(NarrowTiles, AskForTheTableAndTheOutputTwoRowsFurtherDown) {
             }
         }
     }
-    EXPECT_EQ(observed::readRequests, reads);
-    EXPECT_EQ(observed::writeRequests, writes);
+    EXPECT_EQ(observed_tiles::readRequests, reads);
+    EXPECT_EQ(observed_tiles::writeRequests, writes);
 }
 
 TEST_F(NarrowTiles, WideTilesLeaveThatToTheProcessor) {
     MakeRows({kWidth, 128});
     MakeRows({TableTiles::kNarrow + 1, 2});
     MakeRows(TableTiles::WholeRows(kWidth));
-    EXPECT_TRUE(observed::readRequests.empty());
-    EXPECT_TRUE(observed::writeRequests.empty());
+    EXPECT_TRUE(observed_tiles::readRequests.empty());
+    EXPECT_TRUE(observed_tiles::writeRequests.empty());
 }
 
 TEST_F(NarrowTiles, OverlappingRowsAreTakenWhole) {
     MakeRows({32, 128}, kStride / 2);
-    EXPECT_TRUE(observed::readRequests.empty());
+    EXPECT_TRUE(observed_tiles::readRequests.empty());
 }
 
 }  // namespace
