@@ -6,6 +6,7 @@
 #include "PanoramaBenchmark.h"
 #include "RatioTable.h"
 #include "TableBenchmark.h"
+#include "ThreadsBenchmark.h"
 #include "VCamBenchmark.h"
 
 int main(int argc, char** argv) {
@@ -30,6 +31,7 @@ int main(int argc, char** argv) {
         RegisterVCamBenchmarks();
         RegisterOutlineBenchmarks();
         RegisterTableBenchmarks();
+        RegisterThreadsBenchmarks();
         benchmark::RunSpecifiedBenchmarks(&reporter);
     } catch (const std::exception& problem) {
         std::cerr << problem.what() << '\n';

@@ -1,11 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <functional>
-#include <thread>
 #include <vector>
 
 #include "KivFisheyeCamera.h"
+#include "support/AtOnce.h"
 #include "support/PanoramaCamera.h"
 #include "support/VCamCamera.h"
 
@@ -16,29 +15,22 @@ namespace {
 constexpr int kRounds = 200;
 
 /// Runs all of these at once, each again and again.
-void RunAtOnce(const std::vector<std::function<void(int round)>>& calls) {
-    std::atomic<std::size_t> waiting{0};
-    std::vector<std::thread> threads;
+void RepeatAtOnce(const std::vector<std::function<void(int round)>>& calls) {
+    std::vector<std::function<void()>> actions;
     for (const auto& call : calls) {
-        threads.emplace_back([&] {
-            ++waiting;
-            while (waiting < calls.size()) {
-                std::this_thread::yield();
-            }
+        actions.emplace_back([&call] {
             for (int round = 0; round < kRounds; ++round) {
                 call(round);
             }
         });
     }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
+    RunAtOnce(actions);
 }
 
 TEST(CameraThreads, RatiosAreAskedForWhileAnotherThreadSetsEverything) {
     CKivFisheyeCamera camera;
     unsigned char pixel[4] = {};
-    RunAtOnce({
+    RepeatAtOnce({
         [&](int) {
             float ratio = 0.0F;
             EXPECT_EQ(camera.GetRecommendOutputVideoRatio(&ratio), kResultOk);
@@ -64,7 +56,7 @@ TEST(CameraThreads, EveryPictureIsWholeWhileOtherThreadsChangeTheCamera) {
     PanoramaCamera<TablePanorama<PixelFormatRGB32>> panorama;
     CKivFisheyeCamera& camera = panorama.camera;
     panorama.input.Fill(0x3C);
-    RunAtOnce({
+    RepeatAtOnce({
         [&](int) { EXPECT_EQ(camera.Process(0), kResultOk); },
         [&](int round) {
             EXPECT_EQ(camera.SetDewarpParams({0.5F, round % 2 == 0 ? 0.5F : 0.25F, 45.0F, 0.0F}),
@@ -92,7 +84,7 @@ TEST(CameraThreads, RelativeTurnsAreNeverLost) {
     CKivFisheyeCamera camera;
     ASSERT_EQ(camera.SetMountAndViewType(MountTypeTable, ViewTypeFullPanorama), kResultOk);
     const auto turn = [&](int) { camera.SetRelativePTZ(1.0F, 0.0F, 0.0F); };
-    RunAtOnce({turn, turn, turn, turn});
+    RepeatAtOnce({turn, turn, turn, turn});
     EXPECT_EQ(camera.m_pan, static_cast<float>(4 * kRounds % 360));
 }
 
@@ -102,7 +94,7 @@ TEST(CameraThreads, APictureBelongsToOneAimAndNeverToHalfOfAnother) {
     const auto second = vcam.Expected({0.505F, 90.0F, 0.505F, 20.0F, 0.0F});
     ASSERT_NE(first, second);
     vcam.camera.SetAbsolutePTZ(20.0F, 0.0F, 1.5F);
-    RunAtOnce({
+    RepeatAtOnce({
         [&](int) {
             EXPECT_EQ(vcam.camera.Process(0), kResultOk);
             EXPECT_TRUE(vcam.output.bytes == first || vcam.output.bytes == second);
@@ -127,7 +119,7 @@ TEST(CameraThreads, EverythingChangesWhileAVirtualCameraConverts) {
     VCamCamera<VCam<MountTypeWall, PixelFormatRGB24>> vcam;
     CKivFisheyeCamera& camera = vcam.camera;
     vcam.input.Fill(0x3C);
-    RunAtOnce({
+    RepeatAtOnce({
         [&](int) { EXPECT_EQ(camera.Process(0), kResultOk); },
         [&](int round) {
             const auto step = static_cast<float>(round % 7);
@@ -161,7 +153,7 @@ TEST(CameraThreads, CamerasOfTheirOwnDoNotMeet) {
         PanoramaCamera<CeilingPanorama<PixelFormatRGB24>> panorama;
         EXPECT_TRUE(panorama.Shows(panorama.Expected().bytes));
     };
-    RunAtOnce({convert, convert, convert});
+    RepeatAtOnce({convert, convert, convert});
 }
 
 }  // namespace

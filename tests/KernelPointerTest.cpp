@@ -4,10 +4,11 @@
 
 #include <array>
 #include <atomic>
-#include <thread>
+#include <functional>
 #include <vector>
 
 #include "instrset_detect.h"
+#include "support/AtOnce.h"
 
 namespace {
 
@@ -189,21 +190,13 @@ TEST(FirstCall, ThreadsThatRaceAllGetTheirResult) {
     for (int round = 0; round < kRounds; ++round) {
         RacedFamily::pointer.Store(kRacedFirstCall);
         kernelCalls = 0;
-        std::atomic<int> waiting{0};
         std::array<int, kThreads> results{};
-        std::vector<std::thread> threads;
+        std::vector<std::function<void()>> calls;
         for (int i = 0; i < kThreads; ++i) {
-            threads.emplace_back([&, i] {
-                ++waiting;
-                while (waiting < kThreads) {
-                    std::this_thread::yield();
-                }
-                results.at(static_cast<std::size_t>(i)) = RacedFamily::pointer(i);
-            });
+            calls.emplace_back(
+                [&, i] { results.at(static_cast<std::size_t>(i)) = RacedFamily::pointer(i); });
         }
-        for (std::thread& thread : threads) {
-            thread.join();
-        }
+        RunAtOnce(calls);
         for (int i = 0; i < kThreads; ++i) {
             ASSERT_EQ(results.at(static_cast<std::size_t>(i)), i + 1000);
         }

@@ -94,8 +94,7 @@ std::vector<std::string> ProgramSymbols::VariablesEndingWith(const std::string& 
 }
 
 bool ProgramSymbols::LeadsTo(const std::string& variable, const std::string& function) const {
-    std::uintptr_t target = 0;
-    std::memcpy(&target, reinterpret_cast<const void*>(m_variables.at(variable)), sizeof target);
+    const auto target = ValueOf<std::uintptr_t>(variable);
     const auto [first, last] = m_functions.equal_range(target);
     for (auto named = first; named != last; ++named) {
         if (named->second.compare(0, function.size(), function) == 0) {

@@ -2,6 +2,7 @@
 #define KIVFISHEYE_TESTS_PROGRAM_SYMBOLS_H
 
 #include <cstdint>
+#include <cstring>
 #include <map>
 #include <string>
 #include <vector>
@@ -14,6 +15,13 @@ public:
 
     /// The names of variables that end so.
     std::vector<std::string> VariablesEndingWith(const std::string& ending) const;
+    /// What the variable of this name holds now.
+    template <class Value>
+    Value ValueOf(const std::string& variable) const {
+        Value value{};
+        std::memcpy(&value, reinterpret_cast<const void*>(m_variables.at(variable)), sizeof value);
+        return value;
+    }
     /// The variable of this name, which is a pointer to a function, holds a function whose name,
     /// without its result, starts so.
     bool LeadsTo(const std::string& variable, const std::string& function) const;

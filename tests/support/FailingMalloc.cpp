@@ -22,6 +22,8 @@ constexpr std::size_t kLargestEver = std::size_t{1} << 30;
 
 thread_local std::size_t largestServedHere = kLargestEver;
 thread_local std::size_t largestRequest = 0;
+thread_local int requestsToFailure = 0;
+thread_local bool hasFailed = false;
 
 KIVFISHEYE_TEST_UNCHECKED bool HasSanitizer() {
     return __interceptor_malloc != nullptr;
@@ -32,7 +34,9 @@ KIVFISHEYE_TEST_UNCHECKED bool Admit(std::size_t size) {
     if (size > largestRequest) {
         largestRequest = size;
     }
-    if (size > largestServedHere) {
+    const bool fails = requestsToFailure != 0 && --requestsToFailure == 0;
+    hasFailed = hasFailed || fails;
+    if (fails || size > largestServedHere) {
         errno = ENOMEM;
         return false;
     }
@@ -60,11 +64,22 @@ KIVFISHEYE_TEST_UNCHECKED void* calloc(std::size_t count, std::size_t size) noex
 
 MallocWatch::MallocWatch(std::size_t largestServed) {
     largestRequest = 0;
+    requestsToFailure = 0;
+    hasFailed = false;
     largestServedHere = std::min(largestServed, kLargestEver);
 }
 
 MallocWatch::~MallocWatch() {
+    requestsToFailure = 0;
     largestServedHere = kLargestEver;
+}
+
+void MallocWatch::FailRequest(int number) {
+    requestsToFailure = number;
+}
+
+bool MallocWatch::HasFailed() const {
+    return hasFailed;
 }
 
 std::size_t MallocWatch::LargestRequest() const {

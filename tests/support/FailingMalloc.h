@@ -16,6 +16,12 @@ public:
     MallocWatch(const MallocWatch&) = delete;
     MallocWatch& operator=(const MallocWatch&) = delete;
 
+    /// The request with this number fails, counted from 1 and from now.
+    void FailRequest(int number);
+
+    /// Whether that one was made.
+    bool HasFailed() const;
+
     /// The bytes of the largest request so far, also of one that failed; 0 before the first.
     std::size_t LargestRequest() const;
 };
