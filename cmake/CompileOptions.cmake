@@ -14,3 +14,8 @@ if(KIVFISHEYE_SANITIZE)
     -fsanitize=${KIVFISHEYE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(KivFisheyeOptions INTERFACE -fsanitize=${KIVFISHEYE_SANITIZE})
 endif()
+
+if(KIVFISHEYE_COVERAGE)
+  target_compile_options(KivFisheyeOptions INTERFACE --coverage)
+  target_link_options(KivFisheyeOptions INTERFACE --coverage)
+endif()
