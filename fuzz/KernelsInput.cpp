@@ -1,6 +1,8 @@
 #include "KernelsInput.h"
 
 #include <algorithm>
+#include <array>
+#include <limits>
 
 #include "Check.h"
 #include "Outcomes.h"
@@ -65,11 +67,17 @@ float KernelsInput::Value(float lowest, float highest) {
         case 1:
             return m_isWild ? Number(lowest, highest) : lowest;
         case 2:
-            return m_isWild ? Number(lowest, highest) : highest;
+            return m_isWild ? Unbounded() : highest;
         default:
             return lowest + (highest - lowest) * static_cast<float>(Between(0, kSteps)) /
                                 static_cast<float>(kSteps);
     }
+}
+
+float KernelsInput::Unbounded() {
+    using Limits = std::numeric_limits<float>;
+    return OneOf(std::array{Limits::quiet_NaN(), Limits::infinity(), -Limits::infinity(),
+                            Limits::max(), -Limits::max()});
 }
 
 int KernelsInput::Side(int highest) {

@@ -22,6 +22,9 @@ public:
     int Side(int highest);
 
 private:
+    /// NaN, or beyond all bounds.
+    float Unbounded();
+
     bool m_isWild = false;
 };
 

@@ -51,16 +51,15 @@ std::ostream& operator<<(std::ostream& out, const Outline& job) {
 struct ViewOutlineJob : model::ViewOutline {};
 
 std::ostream& operator<<(std::ostream& out, const ViewOutlineJob& job) {
-    VCamFrame view;
-    view.eyeZ = job.eyeZ;
-    view.nearPlane = job.nearPlane;
-    view.fieldOfView = job.fieldOfView;
-    view.aspect = job.aspect;
-    view.radiusX = job.radiusX;
-    view.radiusY = job.radiusY;
-    view.matrix = job.matrix;
-    return out << "a virtual camera's outline around " << job.center << ", "
-               << (job.isWindows ? "windows, " : "texture, ") << view;
+    out.precision(9);
+    out << "a virtual camera's outline around " << job.center << ", "
+        << (job.isWindows ? "windows" : "texture") << ", radii " << job.radiusX << " and "
+        << job.radiusY << ", eye " << job.eyeZ << ", near " << job.nearPlane << ", field "
+        << job.fieldOfView << ", aspect " << job.aspect << ", matrix";
+    for (const float element : job.matrix) {
+        out << " " << element;
+    }
+    return out;
 }
 
 int NextCount(KernelsInput& input, int group) {

@@ -1,5 +1,6 @@
 #include "KernelsPanoramas.h"
 
+#include <cmath>
 #include <ostream>
 
 #include "Check.h"
@@ -10,6 +11,21 @@ namespace {
 std::vector<int> NoEntries(const PanoramaFrames& frames) {
     return std::vector<int>(static_cast<std::size_t>(frames.dstWidth * frames.dstHeight),
                             kNoSource);
+}
+
+/// Any pan, or one around where the turned table moves by one more column.
+float NextPan(KernelsInput& input, const RingJob& job) {
+    if (input.OnceIn(4)) {
+        return input.Value(-720.0F, 720.0F);
+    }
+    if (!input.OnceIn(3) || job.dstWidth < 1) {
+        return input.Value(0.0F, 360.0F);
+    }
+    const int positions = job.isDual ? 2 * job.dstWidth : job.dstWidth;
+    const float pan =
+        360.0F * static_cast<float>(input.Between(1, positions)) / static_cast<float>(positions);
+    const float towards[] = {pan, 0.0F, 720.0F};
+    return std::nextafter(pan, input.OneOf(towards));
 }
 
 }  // namespace
@@ -31,7 +47,7 @@ RingJob NextRing(KernelsInput& input, Frames which) {
     input.SetWild(input.OnceIn(4));
     static_cast<PanoramaFrames&>(job) = NextFrames(input, job.bytesPerPixel, which);
     job.innerRadiusRatio = input.Value(0.0F, 0.8F);
-    job.pan = input.OnceIn(4) ? input.Value(-720.0F, 720.0F) : input.Value(0.0F, 360.0F);
+    job.pan = NextPan(input, job);
     return job;
 }
 

@@ -26,36 +26,25 @@ void PaintTurned(const std::vector<int>& entries, const RingJob& job,
     }
 }
 
-template <class Family>
-void CheckTurned(const RingJob& job, const std::vector<int>& entries) {
-    const HandMadeTable table(entries, job, Family::kBytes);
+/// Expects `convert(src, dst)` to turn a table of these entries.
+template <class Family, class Convert>
+void CheckTurning(const RingJob& job, const std::vector<int>& entries, const char* what,
+                  Convert&& convert) {
     const auto source = SourceOf(job, Family::kBytes);
     CheckPicture(
-        source, OutputBytes(job),
-        [&](const unsigned char* src, unsigned char* dst) {
-            Family::ConvertTurned(table, job.pan, src, dst);
-        },
+        source, OutputBytes(job), convert,
         [&](std::vector<unsigned char>& frame) {
             PaintTurned<Family>(entries, job, source, frame);
         },
-        Attempt{job, "the turned table"});
+        Attempt{job, what});
 }
 
-template <class Family>
-void CheckConverters(const RingJob& job) {
+/// Expects a converter to make its table, and to convert by it as it is. Gives the table's entries.
+template <class Family, class Job>
+std::vector<int> CheckInitialised(typename Family::TableConverter& converter, const Job& job) {
     const auto source = SourceOf(job, Family::kBytes);
-    const std::vector<int> entries = EntriesOf(job, Path::Table, FormOfTables());
-    typename Family::TableConverter converter;
+    std::vector<int> entries = EntriesOf(job, Path::Table, FormOfTables());
     Family::Init(converter, job);
-    CheckPicture(
-        source, OutputBytes(job),
-        [&](const unsigned char* src, unsigned char* dst) {
-            Family::Convert(converter, job.pan, src, dst);
-        },
-        [&](std::vector<unsigned char>& frame) {
-            PaintTurned<Family>(entries, job, source, frame);
-        },
-        Attempt{job, "the converter with a pan"});
     CheckPicture(
         source, OutputBytes(job),
         [&](const unsigned char* src, unsigned char* dst) { Family::Convert(converter, src, dst); },
@@ -63,6 +52,32 @@ void CheckConverters(const RingJob& job) {
             Paint(entries, job, Family::kBytes, RowStart::Kept, source, frame);
         },
         Attempt{job, "the converter without a pan"});
+    return entries;
+}
+
+template <class Family>
+void CheckConverter(const RingJob& job) {
+    typename Family::TableConverter converter;
+    const std::vector<int> entries = CheckInitialised<Family>(converter, job);
+    CheckTurning<Family>(job, entries, "the converter with a pan",
+                         [&](const unsigned char* src, unsigned char* dst) {
+                             Family::Convert(converter, job.pan, src, dst);
+                         });
+}
+
+template <class Family>
+void CheckConverter(const WallJob& job) {
+    typename Family::TableConverter converter;
+    CheckInitialised<Family>(converter, job);
+}
+
+template <class Family>
+void CheckTurned(const RingJob& job, const std::vector<int>& entries) {
+    const HandMadeTable table(entries, job, Family::kBytes);
+    CheckTurning<Family>(job, entries, "the turned table",
+                         [&](const unsigned char* src, unsigned char* dst) {
+                             Family::ConvertTurned(table, job.pan, src, dst);
+                         });
 }
 
 /// Calls `check(family)` with an object of the job's family.
@@ -73,21 +88,6 @@ void WithFamilyOf(const RingJob& job, Check&& check) {
     } else {
         job.isDual ? check(DualFamily<Camera, 32>()) : check(RingFamily<Camera, 32>());
     }
-}
-
-template <class Family>
-void CheckWallConverter(const WallJob& job) {
-    const auto source = SourceOf(job, Family::kBytes);
-    const std::vector<int> entries = EntriesOf(job, Path::Table, FormOfTables());
-    typename Family::TableConverter converter;
-    Family::Init(converter, job);
-    CheckPicture(
-        source, OutputBytes(job),
-        [&](const unsigned char* src, unsigned char* dst) { Family::Convert(converter, src, dst); },
-        [&](std::vector<unsigned char>& frame) {
-            Paint(entries, job, Family::kBytes, RowStart::Kept, source, frame);
-        },
-        Attempt{job, "the converter"});
 }
 
 }  // namespace
@@ -111,7 +111,7 @@ void CheckTurnedTable(KernelsInput& input) {
 
 void CheckRingConverters(KernelsInput& input) {
     const RingJob job = NextRing(input, Frames::Usable);
-    const auto check = [&](auto family) { CheckConverters<decltype(family)>(job); };
+    const auto check = [&](auto family) { CheckConverter<decltype(family)>(job); };
     if (job.mount == Mount::Table) {
         WithFamilyOf<TableCamera>(job, check);
     } else {
@@ -122,8 +122,8 @@ void CheckRingConverters(KernelsInput& input) {
 void CheckWallConverters(KernelsInput& input) {
     const WallJob job = NextWall(input, Frames::Usable);
     if (job.bytesPerPixel == 3) {
-        CheckWallConverter<WallFamily<24>>(job);
+        CheckConverter<WallFamily<24>>(job);
     } else {
-        CheckWallConverter<WallFamily<32>>(job);
+        CheckConverter<WallFamily<32>>(job);
     }
 }

@@ -114,7 +114,8 @@ std::array<float, 16> NextMatrix(KernelsInput& input, KivFisheyeLib::MountType m
     auto matrix = VCamMatrix(mount, settings.pan, settings.tilt);
     if (input.OnceIn(2)) {
         for (float& element : matrix) {
-            element = input.Value(-2.0F, 2.0F);
+            const float any = input.Value(-2.0F, 2.0F);
+            element = std::isfinite(any) ? any : 0.0F;
         }
     }
     return matrix;
