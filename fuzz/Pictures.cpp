@@ -22,7 +22,8 @@ public:
           m_background(background) {}
 
     void Run() {
-        for (std::uint32_t row = 0; row < m_shape.height; ++row) {
+        const std::uint32_t rows = m_shape.stride == 0 ? 0 : m_shape.height;
+        for (std::uint32_t row = 0; row < rows; ++row) {
             if (row < m_rule.writtenRows || m_rule.clearsOtherRows) {
                 CheckRow(row);
             } else if (m_rule.writtenRows == 0 || m_shape.RowBytes() <= m_shape.stride) {

@@ -51,7 +51,9 @@ FrameSize MakeSize(FuzzInput& choices, int bytesPerPixel, bool isOutput) {
     FrameSize size = SmallSize(choices);
     if (kind == 0) {
         size.width = WrappingWidth(choices, bytesPerPixel);
-        size.height = size.height % 16 + 1;
+        // Rows without a byte may be countless.
+        const bool isEmpty = StrideOf(size.width, bytesPerPixel) == 0;
+        size.height = isEmpty && isOutput ? 0x7FFFFFFF : size.height % 16 + 1;
     } else if (kind == 1 && !isOutput) {
         return ClaimedSize(choices);
     }

@@ -34,11 +34,8 @@ template <class Pixel>
 void Convert(const vcam::VCamJob& job) {
     const int widestRow = job.PixelsInsideWidestRow(Pixel::kBytes);
     const int groups = std::min(job.targetWidth / kLanes, (widestRow - 1) / kLanes + 1);
-    if (!job.HasSource(Pixel::kBytes) || groups <= 0) {
+    if (!job.HasPixels(Pixel::kBytes) || groups <= 0) {
         ClearRows(job.target, job.targetHeight, job.targetStride);
-        return;
-    }
-    if (job.targetHeight <= 0) {
         return;
     }
     const vcam::ViewGrid view(job);
@@ -50,7 +47,7 @@ void Convert(const vcam::VCamJob& job) {
     samples.Allocate(static_cast<unsigned long long>(groups));
     // A block of samples is copied to its row while the next row's are found, which then take its
     // place: a whole row after the memory was asked for their pixels.
-    for (int row = 0; row <= job.targetHeight; ++row) {
+    for (int row = 0;; ++row) {
         unsigned char* target = job.target;
         int columns = 0;
         if (row > 0) {
@@ -71,6 +68,9 @@ void Convert(const vcam::VCamJob& job) {
             } else {
                 found.RunFrom(0);
             }
+        }
+        if (row == job.targetHeight) {
+            return;
         }
         walk.row.Advance(walk.rowStep);
     }

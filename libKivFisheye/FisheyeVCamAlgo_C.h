@@ -85,11 +85,8 @@ private:
 
 template <class Pixel>
 void Convert(const vcam::VCamJob& job) {
-    if (!job.HasSource(Pixel::kBytes) || job.targetWidth <= 0) {
+    if (!job.HasPixels(Pixel::kBytes)) {
         ClearRows(job.target, job.targetHeight, job.targetStride);
-        return;
-    }
-    if (job.targetHeight <= 0) {
         return;
     }
     const SourcePixels<Pixel::kBytes> source(job.sourceWidth, job.sourceHeight, job.sourceStride);

@@ -33,7 +33,7 @@ using sse::sseTanOfHalfAsin;
 template <class Pixel>
 void Convert(const vcam::VCamJob& job) {
     const int widestRow = job.PixelsInsideWidestRow(Pixel::kBytes);
-    if (!job.HasSource(Pixel::kBytes) || widestRow <= 0) {
+    if (!job.HasPixels(Pixel::kBytes)) {
         ClearRows(job.target, job.targetHeight, job.targetStride);
         return;
     }

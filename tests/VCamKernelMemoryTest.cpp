@@ -188,6 +188,18 @@ TEST_P(VCamKernelMemory, ASourceBeyondTheLargestOffsetIsBlack) {
     ExpectUnreadAndBlack(8192, 65537, 32768);
 }
 
+// What a record says whose stride wrapped around to 0: rows are countless, and none has a byte.
+TEST_P(VCamKernelMemory, AnOutputWithoutBytesIsDoneAtOnceHoweverManyRowsItHas) {
+    const auto bytes = CoordinateFrame(8, 8, 8 * Bytes(), Bytes());
+    VCamFrame frame = PackedVCam(8, 8, 8, 8, Bytes());
+    frame.dstWidth = 0x40000000;
+    frame.dstHeight = 0x7FFFFFFF;
+    frame.dstStride = 0;
+    GuardedBuffer dst(0);
+    GetParam()(frame, bytes.data(), dst.data());
+    EXPECT_TRUE(dst.IsSurroundingUntouched());
+}
+
 KIVFISHEYE_TEST_VCAM_KERNELS(VCamKernelMemory);
 
 }  // namespace

@@ -48,6 +48,11 @@ struct VCamJob {
     int PixelsInsideWidestRow(int bytesPerPixel) const {
         return PixelsInsideTarget(0, bytesPerPixel);
     }
+    /// Whether any pixel can be drawn. A frame whose stride wrapped around to 0 has room for none,
+    /// and may claim any number of rows.
+    bool HasPixels(int bytesPerPixel) const {
+        return HasSource(bytesPerPixel) && PixelsInsideWidestRow(bytesPerPixel) > 0;
+    }
 };
 
 /// The signature of the kernels.
