@@ -12,6 +12,7 @@
 using namespace KivFisheyeLib;
 
 static_assert(sizeof(SnapshotHeader) == 64 && offsetof(SnapshotHeader, width) == 8 &&
+              offsetof(SnapshotHeader, height) == 16 && sizeof(SnapshotHeader::height) == 8 &&
               offsetof(SnapshotHeader, planes) == 24 && offsetof(SnapshotHeader, imageSize) == 32 &&
               offsetof(SnapshotHeader, horizontalResolution) == 40 &&
               offsetof(SnapshotHeader, colorsImportant) == 60);

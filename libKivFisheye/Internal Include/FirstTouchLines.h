@@ -82,7 +82,7 @@ public:
     public:
         Walk(const FirstTouchLines& lines, const unsigned char* src)
             : m_owner(lines),
-              m_src(src),
+              m_address(reinterpret_cast<std::uintptr_t>(src)),
               m_rowsAhead(static_cast<std::size_t>(
                   std::clamp(kEntriesAhead / lines.m_tiles.columns, kFewestRows, kMostRows))),
               m_next(lines.m_lines.data()) {}
@@ -93,7 +93,7 @@ public:
             for (; m_next < end; ++m_next) {
                 // The line's middle: frames need not stand at a line's start.
                 const std::size_t offset = std::size_t{*m_next} * kLineBytes + kLineBytes / 2;
-                Prefetch<kSecondLevelCache>(m_src + offset);
+                Prefetch<kSecondLevelCache>(reinterpret_cast<const void*>(m_address + offset));
             }
             ++m_row;
         }
@@ -106,7 +106,7 @@ public:
         static constexpr int kMostRows = 16;
 
         const FirstTouchLines& m_owner;
-        const unsigned char* m_src;
+        std::uintptr_t m_address;  // a line's middle may lie beyond the frame's end
         std::size_t m_rowsAhead;
         const std::uint32_t* m_next;
         std::size_t m_row = 0;

@@ -55,12 +55,13 @@ public:
                 const int partner = run.otherHalf ? RowInOtherHalf(y, rows / 2) : y;
                 const Piece piece =
                     PieceOf(run, overlap ? partner : y, overlap ? y : partner, left, right);
+                if (piece.count == 0) {
+                    continue;
+                }
                 if (isNarrow) {
                     AskForNextRows(piece);
                 }
-                if (piece.count > 0) {
-                    makePixels(piece.entries, piece.count, piece.dst);
-                }
+                makePixels(piece.entries, piece.count, piece.dst);
             }
         });
     }
@@ -81,9 +82,15 @@ private:
     Piece PieceOf(const TableRun& run, int tableRow, int dstRow, int left, int right) const {
         const int first = std::max(run.tableColumn, left);
         const int end = std::min(run.tableColumn + run.length, right);
-        const int dstColumn = run.dstColumn + first - run.tableColumn;
+        if (first >= end) {
+            return {};
+        }
+        const int dstColumn = run.dstColumn + (first - run.tableColumn);
         const int room = PixelsInsideFrame(m_table.width, m_table.height, m_table.dstStride, dstRow,
                                            bytesPerPixel);
+        if (room <= dstColumn) {
+            return {};
+        }
         return {m_table.Row(tableRow) + first, std::min(end - first, room - dstColumn),
                 m_dst + std::ptrdiff_t{dstRow} * m_table.dstStride +
                     std::ptrdiff_t{dstColumn} * bytesPerPixel,
