@@ -66,7 +66,7 @@ int Replay(const std::vector<std::string>& places) {
     for (const fs::path& file : files) {
         Play(file);
     }
-    std::printf("Played %zu inputs.\n", files.size());
+    std::printf("Inputs played: %zu.\n", files.size());
     PrintOutcomes();
     return 0;
 }

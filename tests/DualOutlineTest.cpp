@@ -5,12 +5,9 @@
 #include <random>
 #include <vector>
 
-#include "DownwardFisheyeOpenGLAlgo_C.h"
 #include "PanoramaOutlines.h"
-#if defined(__x86_64__)
-#include "DownwardFisheyeOpenGLAlgo_SSE2.h"
-#endif
 #include "support/FloatList.h"
+#include "support/ListKernels.h"
 #include "support/OutlineModel.h"
 
 // The outlines of what the halves of a dual panorama show, against a plain model of each form and
@@ -22,15 +19,6 @@ namespace Outline = DownwardFisheyeAlgoNS;
 
 const double kPi = std::acos(-1.0);
 constexpr auto kNeither = static_cast<CoordinateOrientationType>(2);
-
-Outline::DualOutlineFunction& BothHalvesOf([[maybe_unused]] ListForm form) {
-#if defined(__x86_64__)
-    if (form == ListForm::SSE2) {
-        return Outline::SSE2::CalculateDualPanoramaROICoordinate;
-    }
-#endif
-    return Outline::C::CalculateDualPanoramaROICoordinate;
-}
 
 /// A lens, and the pan in degrees.
 struct Halves {
@@ -74,7 +62,7 @@ class DualOutlines : public testing::TestWithParam<ListForm> {
 protected:
     static Outlines OutlinesOf(const Halves& halves, int count,
                                CoordinateOrientationType orientation) {
-        return OutlinesBy(BothHalvesOf(GetParam()), halves, count, count, orientation);
+        return OutlinesBy(HalfRingsOf(GetParam()), halves, count, count, orientation);
     }
 };
 
@@ -92,7 +80,7 @@ TEST_P(DualOutlines, FollowTheirFormToTheBit) {
         const int firstCount = 8 * (1 + i % 7);
         const int secondCount = 8 * (1 + i % 5);
         const auto outlines =
-            OutlinesBy(BothHalvesOf(GetParam()), h, firstCount, secondCount,
+            OutlinesBy(HalfRingsOf(GetParam()), h, firstCount, secondCount,
                        isWindows ? CoordinateOrientationWindows : CoordinateOrientationTexture);
         model::HalfRing half{h.centerAtOrigin ? 0.0F : 0.5F,
                              h.radiusX,
@@ -138,7 +126,7 @@ TEST_P(DualOutlines, StayNextToTheScalarForm) {
         for (const float pan : {0.0F, 30.0F, 123.0F, 359.0F}) {
             const Halves halves{0.5F, 0.5F, 0.5F, false, pan};
             const auto points = OutlinesOf(halves, count, CoordinateOrientationWindows);
-            const auto scalar = OutlinesBy(BothHalvesOf(ListForm::C), halves, count, count,
+            const auto scalar = OutlinesBy(HalfRingsOf(ListForm::C), halves, count, count,
                                            CoordinateOrientationWindows);
             EXPECT_TRUE(AreNear(points.first, scalar.first, largest)) << count << " at " << pan;
             EXPECT_TRUE(AreNear(points.second, scalar.second, largest)) << count << " at " << pan;
@@ -203,15 +191,15 @@ TEST_P(DualOutlines, CenterAtOriginShiftsByHalfAndNothingElse) {
 }
 
 TEST_P(DualOutlines, OtherOrientationsWriteNothing) {
-    BothHalvesOf(GetParam())(0.5F, 0.5F, 0.5F, false, 0.0F, nullptr, 64, nullptr, 64, kNeither);
+    HalfRingsOf(GetParam())(0.5F, 0.5F, 0.5F, false, 0.0F, nullptr, 64, nullptr, 64, kNeither);
 }
 
 TEST_P(DualOutlines, CountsBelowTwoWriteNothing) {
     for (const int count : {1, 0, -1, -2, -8}) {
         for (const auto orientation :
              {CoordinateOrientationWindows, CoordinateOrientationTexture}) {
-            BothHalvesOf(GetParam())(0.5F, 0.5F, 0.5F, false, 0.0F, nullptr, count, nullptr, count,
-                                     orientation);
+            HalfRingsOf(GetParam())(0.5F, 0.5F, 0.5F, false, 0.0F, nullptr, count, nullptr, count,
+                                    orientation);
         }
     }
 }
@@ -222,7 +210,7 @@ TEST(DualOutlineEntry, TakesTheFormOfThisProcessor) {
         const auto points =
             OutlinesBy(Outline::CalculateDualPanoramaROICoordinate, halves, 400, 200, orientation);
         for (const ListForm form : kListForms) {
-            const auto expected = OutlinesBy(BothHalvesOf(form), halves, 400, 200, orientation);
+            const auto expected = OutlinesBy(HalfRingsOf(form), halves, 400, 200, orientation);
             const bool isChosen = form == FormOfEntries();
             EXPECT_EQ(points.first == expected.first, isChosen) << NameOf(form);
             EXPECT_EQ(points.second == expected.second, isChosen) << NameOf(form);

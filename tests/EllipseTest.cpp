@@ -1,26 +1,22 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdint>
-#include <cstring>
-#include <ostream>
+#include <cstddef>
 #include <random>
-#include <string>
 #include <vector>
 
 #include "FisheyeAlgoCommon.h"
-#include "FisheyeAlgoCommon_C.h"
-#ifdef __x86_64__
-#include "FisheyeAlgoCommon_SSE2.h"
-#endif
-#include "support/FloatBits.h"
-#include "support/GuardedBuffer.h"
+#include "support/FloatList.h"
+#include "support/ListKernels.h"
+#include "support/OutlineModel.h"
 
 // Points on ellipses, against a plain model of each form's own steps and against the true ellipse.
 
 namespace {
 
 constexpr float kFullTurn = 6.2831855F;
+constexpr auto kWindows = CoordinateOrientationWindows;
+constexpr auto kTexture = CoordinateOrientationTexture;
 
 struct Ellipse {
     float centerX;
@@ -29,81 +25,32 @@ struct Ellipse {
     float radiusY;
 };
 
-struct ModelAngle {
-    float c;
-    float s;
-};
-
-ModelAngle Rotated(ModelAngle a, float sine, float cosine) {
-    return {cosine * a.c - sine * a.s, sine * a.c + cosine * a.s};
+std::vector<float> PointsBy(ListForm form, const Ellipse& e, int count,
+                            CoordinateOrientationType orientation) {
+    return FilledList(2 * static_cast<std::size_t>(count), [&](float* points) {
+        EllipseOf(form, orientation)(e.centerX, e.centerY, e.radiusX, e.radiusY, points, count);
+    });
 }
 
-/// `lanes` angles that start one step apart and go on by `lanes` steps at once.
-std::vector<float> ModelPoints(const Ellipse& e, int count, bool isWindows, int lanes) {
-    const float step = kFullTurn / static_cast<float>(count);
-    const auto sine = static_cast<float>(std::sin(static_cast<double>(step)));
-    const auto cosine = static_cast<float>(std::cos(static_cast<double>(step)));
-    const float wide = step * static_cast<float>(lanes);
-    const auto wideSine = static_cast<float>(std::sin(static_cast<double>(wide)));
-    const auto wideCosine = static_cast<float>(std::cos(static_cast<double>(wide)));
-    std::vector<ModelAngle> angles{{1.0F, 0.0F}};
-    for (int lane = 1; lane < lanes; ++lane) {
-        angles.push_back(Rotated(angles.back(), sine, cosine));
-    }
-    std::vector<float> points;
-    for (int i = 0; i < count; ++i) {
-        ModelAngle& angle = angles[static_cast<std::size_t>(i % lanes)];
-        const float up = angle.s * e.radiusY;
-        points.push_back(angle.c * e.radiusX + e.centerX);
-        points.push_back(isWindows ? e.centerY - up : up + e.centerY);
-        angle = Rotated(angle, wideSine, wideCosine);
-    }
-    return points;
-}
-
-std::vector<std::uint32_t> BitsOfAll(const std::vector<float>& values) {
-    std::vector<std::uint32_t> bits;
-    for (const float value : values) {
-        bits.push_back(BitsOf(value));
-    }
-    return bits;
-}
-
-using Kernel = void (*)(float, float, float, float, float*, int);
-
-struct EllipseForm {
-    const char* name;
-    Kernel windows;
-    Kernel texture;
-    int lanes;
-};
-
-void PrintTo(const EllipseForm& form, std::ostream* out) {
-    *out << form.name;
-}
-
-std::vector<EllipseForm> AllForms() {
-    return {
-#ifdef __x86_64__
-        {"SSE2", SSE2::CalculateEllipseCoordinate<CoordinateOrientationWindows>,
-         SSE2::CalculateEllipseCoordinate<CoordinateOrientationTexture>, 4},
-#endif
-        {"C", C::CalculateEllipseCoordinate<CoordinateOrientationWindows>,
-         C::CalculateEllipseCoordinate<CoordinateOrientationTexture>, 1}};
-}
-
-class EllipseForms : public ::testing::TestWithParam<EllipseForm> {
+class EllipseForms : public testing::TestWithParam<ListForm> {
 protected:
-    /// A list that ends at a guard page.
-    static std::vector<float> Points(Kernel kernel, const Ellipse& e, int count) {
-        GuardedBuffer buffer(static_cast<std::size_t>(count) * 2 * sizeof(float));
-        kernel(e.centerX, e.centerY, e.radiusX, e.radiusY, reinterpret_cast<float*>(buffer.data()),
-               count);
-        std::vector<float> points(static_cast<std::size_t>(count) * 2);
-        std::memcpy(points.data(), buffer.data(), buffer.size());
-        return points;
+    static std::vector<float> Points(const Ellipse& e, int count,
+                                     CoordinateOrientationType orientation = kWindows) {
+        return PointsBy(GetParam(), e, count, orientation);
+    }
+    static void ExpectModel(const Ellipse& e, int count, CoordinateOrientationType orientation) {
+        std::vector<float> expected;
+        const float step = kFullTurn / static_cast<float>(count);
+        for (const auto angle : model::RotatedAngles(GetParam(), 0.0F, step, count)) {
+            const float up = angle.s * e.radiusY;
+            expected.push_back(angle.c * e.radiusX + e.centerX);
+            expected.push_back(orientation == kWindows ? e.centerY - up : up + e.centerY);
+        }
+        EXPECT_TRUE(AreSameFloats(Points(e, count, orientation), expected)) << count << " points";
     }
 };
+
+KIVFISHEYE_TEST_LIST_FORMS(EllipseForms);
 
 }  // namespace
 
@@ -113,17 +60,15 @@ TEST_P(EllipseForms, FollowTheirOwnStepsToTheBit) {
     for (int i = 0; i < 300; ++i) {
         const Ellipse e{any(random), any(random), any(random), any(random)};
         const int count = 4 * (1 + i * 7 % 256);
-        EXPECT_EQ(BitsOfAll(Points(GetParam().windows, e, count)),
-                  BitsOfAll(ModelPoints(e, count, true, GetParam().lanes)));
-        EXPECT_EQ(BitsOfAll(Points(GetParam().texture, e, count)),
-                  BitsOfAll(ModelPoints(e, count, false, GetParam().lanes)));
+        ExpectModel(e, count, kWindows);
+        ExpectModel(e, count, kTexture);
     }
 }
 
 TEST_P(EllipseForms, LieOnTheEllipseFromItsRightUpward) {
     const Ellipse e{0.5F, 0.25F, 0.4F, 0.3F};
     for (const int count : {4, 64, 1024}) {
-        const auto points = Points(GetParam().windows, e, count);
+        const auto points = Points(e, count);
         EXPECT_EQ(points[0], e.centerX + e.radiusX);
         EXPECT_EQ(points[1], e.centerY);
         for (int i = 0; i < count; ++i) {
@@ -137,8 +82,8 @@ TEST_P(EllipseForms, LieOnTheEllipseFromItsRightUpward) {
 
 TEST_P(EllipseForms, TextureOrientationMirrorsAboutTheCentre) {
     const Ellipse e{0.5F, 0.0F, 0.4F, 0.3F};
-    const auto windows = Points(GetParam().windows, e, 128);
-    const auto texture = Points(GetParam().texture, e, 128);
+    const auto windows = Points(e, 128);
+    const auto texture = Points(e, 128, kTexture);
     for (std::size_t i = 0; i < windows.size(); i += 2) {
         EXPECT_EQ(windows[i], texture[i]);
         EXPECT_EQ(windows[i + 1], -texture[i + 1]);
@@ -146,7 +91,7 @@ TEST_P(EllipseForms, TextureOrientationMirrorsAboutTheCentre) {
 }
 
 TEST_P(EllipseForms, WithoutRadiiAreCopiesOfTheCentre) {
-    const auto points = Points(GetParam().windows, {0.75F, 0.125F, 0.0F, 0.0F}, 8);
+    const auto points = Points({0.75F, 0.125F, 0.0F, 0.0F}, 8);
     for (std::size_t i = 0; i < points.size(); i += 2) {
         EXPECT_EQ(points[i], 0.75F);
         EXPECT_EQ(points[i + 1], 0.125F);
@@ -155,29 +100,24 @@ TEST_P(EllipseForms, WithoutRadiiAreCopiesOfTheCentre) {
 
 TEST_P(EllipseForms, CountsBelowOneWriteNothing) {
     for (const int count : {0, -1, -4}) {
-        GetParam().windows(0, 0, 1, 1, nullptr, count);
-        GetParam().texture(0, 0, 1, 1, nullptr, count);
+        EllipseOf(GetParam(), kWindows)(0, 0, 1, 1, nullptr, count);
+        EllipseOf(GetParam(), kTexture)(0, 0, 1, 1, nullptr, count);
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(, EllipseForms, ::testing::ValuesIn(AllForms()),
-                         [](const auto& form) { return std::string(form.param.name); });
 
 // Roundings add up on both ways, so longer lists part further.
 TEST_P(EllipseForms, StayNextToTheScalarForm) {
     const Ellipse e{0.5F, 0.5F, 0.5F, 0.5F};
     for (const int count : {4, 32, 100, 256, 360}) {
-        const auto points = Points(GetParam().windows, e, count);
-        const auto scalar = Points(AllForms().back().windows, e, count);
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            ASSERT_NEAR(points[i], scalar[i], 3e-6F) << "value " << i << " of " << count;
-        }
+        const auto points = Points(e, count);
+        const auto scalar = PointsBy(ListForm::C, e, count, kWindows);
+        EXPECT_TRUE(AreNear(points, scalar, 3e-6)) << count << " points";
     }
 }
 
 TEST(Ellipse, FirstPointIsAtTheRightWhateverTheCount) {
     float points[8] = {};
-    CalculateEllipseCoordinate(0.5F, 0.25F, 0.5F, 1.0F, points, 1, CoordinateOrientationWindows);
+    CalculateEllipseCoordinate(0.5F, 0.25F, 0.5F, 1.0F, points, 1, kWindows);
     EXPECT_EQ(points[0], 1.0F);
     EXPECT_EQ(points[1], 0.25F);
 }
@@ -189,8 +129,8 @@ TEST(Ellipse, OtherOrientationsWriteNothing) {
 TEST(Ellipse, LeadsToTheKernelOfItsOrientation) {
     float windows[8];
     float texture[8];
-    CalculateEllipseCoordinate(0, 0, 1, 1, windows, 4, CoordinateOrientationWindows);
-    CalculateEllipseCoordinate(0, 0, 1, 1, texture, 4, CoordinateOrientationTexture);
+    CalculateEllipseCoordinate(0, 0, 1, 1, windows, 4, kWindows);
+    CalculateEllipseCoordinate(0, 0, 1, 1, texture, 4, kTexture);
     EXPECT_EQ(windows[3], -1.0F);
     EXPECT_EQ(texture[3], 1.0F);
 }

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "KivFisheyeCamera.h"
+#include "instrset_detect.h"
 #include "levels/DispatchEntries.h"
 #include "support/FaultWatch.h"
 #include "support/LockProbe.h"
@@ -157,8 +158,13 @@ private:
     }
 };
 
-/// How many requests there are at least, whichever form the kernels take. Those of virtual cameras
-/// may convert without memory.
+/// The form of a virtual camera that converts without memory.
+bool ConvertsWithoutMemory() {
+    const int level = GetCpuInstructionSet();
+    return level >= 5 && level < 7;
+}
+
+/// How many requests there are at least.
 int LeastRequests(const Operation& operation, ViewType view) {
     switch (operation.needs) {
         case Needs::Snapshot:
@@ -167,6 +173,8 @@ int LeastRequests(const Operation& operation, ViewType view) {
             return view == ViewTypeVCam ? 1 : 2;
         case Needs::ToldScene:
             return view == ViewTypeVCam ? 0 : 1;
+        case Needs::Conversion:
+            return view == ViewTypeVCam && !ConvertsWithoutMemory() ? 1 : 0;
         default:
             return 0;
     }

@@ -213,11 +213,19 @@ TEST(GetRatioRectSize, FitsTheLargestRectangleOfTheShape) {
     EXPECT_EQ(GetRatioRectSize(8, 7, 100, 100), Rect(100, 87)) << "87.5";
 }
 
+// A seventh in single precision is a little more than that, so 1 over it is less than 7.
+TEST(GetRatioRectSize, TheWidthStaysInABoundOfTheSameRatio) {
+    using Rect = std::pair<int, int>;
+    EXPECT_EQ(GetRatioRectSize(1, 7, 1, 7), Rect(1, 6));
+    EXPECT_EQ(GetRatioRectSize(1, 7, 4, 28), Rect(4, 27));
+}
+
 TEST(GetRatioRectSize, AnySideOf0Gives0By0) {
     using Rect = std::pair<int, int>;
     EXPECT_EQ(GetRatioRectSize(0, 3, 100, 100), Rect(0, 0));
     EXPECT_EQ(GetRatioRectSize(4, 0, 100, 100), Rect(0, 0));
     EXPECT_EQ(GetRatioRectSize(4, 3, 0, 100), Rect(0, 0));
+    EXPECT_EQ(GetRatioRectSize(-4, 3, 0, 100), Rect(0, 0)) << "nor are 100 rows kept";
     EXPECT_EQ(GetRatioRectSize(4, 3, 100, 0), Rect(0, 0));
 }
 

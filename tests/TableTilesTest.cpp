@@ -72,6 +72,22 @@ TEST(TableTilesOrder, CoversEveryEntryOnceAndEachColumnFromTheTop) {
     }
 }
 
+TEST(TableTilesOrder, CountsItsVisits) {
+    for (const int width : {1, 3, 4, 5, 8, 9}) {
+        for (const int height : {1, 2, 3}) {
+            EXPECT_EQ((TableTiles{4, 2}).CountRows(width, height),
+                      Visits({4, 2}, width, height).size())
+                << width << "x" << height;
+        }
+    }
+}
+
+TEST(TableTilesForCaches, AreNarrowInPanoramasOfMoreThan4MiPixels) {
+    EXPECT_EQ(TableTiles::ForCaches(4096, 1024).columns, 2048);
+    EXPECT_EQ(TableTiles::ForCaches(4097, 1024).columns, 256);
+    EXPECT_EQ(TableTiles::ForCaches(1 << 16, 1 << 16).columns, 256) << "2^32 pixels";
+}
+
 TEST(TableTilesOrder, NothingIsVisitedInATableWithoutEntries) {
     EXPECT_TRUE(Visits({4, 2}, 0, 3).empty());
     EXPECT_TRUE(Visits({4, 2}, 3, 0).empty());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <vector>
 
 #include "support/CoordinateFrame.h"
@@ -97,6 +98,38 @@ TEST_P(VCamKernelEdges, OfTwoSourcePixelsTheScalarFormShowsOnlyTheFirst) {
                 EXPECT_EQ(place->row, Form() != VCamForm::C && row > 4 ? 1 : 0)
                     << column << ", " << row;
             }
+        }
+    }
+}
+
+// From the lens's centre, a ray at right angles to the axis ends on the rim, which touches the frame's
+// border here: half the frame from its middle, to the last bit.
+TEST_P(VCamKernelEdges, RaysToTheFramesBorderShowItsOutermostPixels) {
+    struct Border {
+        std::size_t element;  // of the matrix that turns all rays, (x, y, -1), to one side
+        float value;
+        PixelPlace outermost;
+    };
+    for (const Border& border : {Border{8, -1.0F, {20, 6}}, Border{8, 1.0F, {0, 6}},
+                                 Border{9, -1.0F, {10, 0}}, Border{9, 1.0F, {10, 12}}}) {
+        VCamFrame frame = PackedVCam(21, 13, 8, 3, Bytes());
+        frame.eyeZ = 0.0F;
+        frame.matrix = {};
+        frame.matrix[border.element] = border.value;
+        for (const auto& place : GetParam().Places(frame)) {
+            ASSERT_TRUE(place.has_value()) << border.outermost;
+            EXPECT_EQ(*place, border.outermost);
+        }
+    }
+}
+
+// Rays have no fourth part, and yet the matrix's fourth column is multiplied.
+TEST_P(VCamKernelEdges, AnEndlessOffsetInTheMatrixGivesBlack) {
+    for (const std::size_t element : {12U, 13U, 14U}) {
+        VCamFrame frame = PackedVCam(21, 13, 8, 3, Bytes());
+        frame.matrix[element] = std::numeric_limits<float>::infinity();
+        for (const auto& place : GetParam().Places(frame)) {
+            EXPECT_FALSE(place.has_value()) << "element " << element;
         }
     }
 }

@@ -8,6 +8,7 @@
 #include "FrontwardFisheyeOpenGLAlgo.h"
 #include "support/EachFailure.h"
 #include "support/FloatList.h"
+#include "support/ListKernels.h"
 #include "support/MeshModel.h"
 #include "support/WallModel.h"
 
@@ -18,19 +19,8 @@ namespace {
 
 namespace Mesh = FrontwardFisheyeAlgoNS;
 
-using MeshFunction = void(int width, int height, float wallViewAngle, bool centerAtOrigin,
-                          float* coordinates);
-
-MeshFunction& FunctionOf([[maybe_unused]] ListForm form) {
-#if defined(__x86_64__)
-    if (form == ListForm::SSE2) {
-        return Mesh::SSE2::CalculatePanoramaTextureCoordinate;
-    }
-#endif
-    return Mesh::C::CalculatePanoramaTextureCoordinate;
-}
-
-std::vector<float> VerticesBy(MeshFunction& function, ListForm form, const model::WallMesh& mesh) {
+std::vector<float> VerticesBy(WallMeshFunction& function, ListForm form,
+                              const model::WallMesh& mesh) {
     const auto size = static_cast<std::size_t>(2 * WholeGroups(form, mesh.width) * mesh.height);
     return FilledList(size, [&](float* vertices) {
         function(mesh.width, mesh.height, mesh.wallViewAngle, mesh.centerAtOrigin, vertices);
@@ -40,7 +30,7 @@ std::vector<float> VerticesBy(MeshFunction& function, ListForm form, const model
 class WallMeshes : public testing::TestWithParam<ListForm> {
 protected:
     static std::vector<float> Vertices(const model::WallMesh& mesh) {
-        return VerticesBy(FunctionOf(GetParam()), GetParam(), mesh);
+        return VerticesBy(WallMeshOf(GetParam()), GetParam(), mesh);
     }
     static void ExpectModel(const model::WallMesh& mesh) {
         EXPECT_TRUE(AreSameFloats(Vertices(mesh), model::WallMeshVertices(GetParam(), mesh)))
@@ -109,7 +99,7 @@ TEST_P(WallMeshes, StayNextToTheScalarForm) {
         for (const float angle : {10.0F, 45.0F, 90.0F, 200.0F}) {
             const model::WallMesh mesh{width, 16, angle, false};
             EXPECT_TRUE(AreNear(Vertices(mesh),
-                                VerticesBy(FunctionOf(ListForm::C), ListForm::C, mesh), 2e-3))
+                                VerticesBy(WallMeshOf(ListForm::C), ListForm::C, mesh), 2e-3))
                 << width << " columns at " << angle;
         }
     }
@@ -186,23 +176,23 @@ TEST_P(WallMeshes, OfASingleRowLookUp) {
 
 TEST_P(WallMeshes, WithoutRowsOrColumnsWriteNothing) {
     for (const int none : {0, -1, -4}) {
-        FunctionOf(GetParam())(none, 3, 45.0F, false, nullptr);
-        FunctionOf(GetParam())(8, none, 45.0F, false, nullptr);
-        FunctionOf(GetParam())(none, none, 45.0F, false, nullptr);
+        WallMeshOf(GetParam())(none, 3, 45.0F, false, nullptr);
+        WallMeshOf(GetParam())(8, none, 45.0F, false, nullptr);
+        WallMeshOf(GetParam())(none, none, 45.0F, false, nullptr);
     }
 }
 
 TEST_P(WallMeshes, ThrowWithoutMemoryAndKeepNone) {
     std::vector<float> vertices(2 * 8 * 2);
     EXPECT_GE(ExpectEachFailureThrows(
-                  [&] { FunctionOf(GetParam())(8, 2, 45.0F, false, vertices.data()); }),
+                  [&] { WallMeshOf(GetParam())(8, 2, 45.0F, false, vertices.data()); }),
               2)
         << "sines and cosines";
 }
 
 TEST(ScalarWallMesh, TakesAnyBuffer) {
     FloatList list(2 * 8 * 3 + 1);
-    FunctionOf(ListForm::C)(8, 3, 30.0F, false, list.data() + 1);
+    WallMeshOf(ListForm::C)(8, 3, 30.0F, false, list.data() + 1);
     auto expected = model::WallMeshVertices(ListForm::C, {8, 3, 30.0F, false});
     expected.insert(expected.begin(), kUntouched);
     EXPECT_TRUE(AreSameFloats(list.Values(), expected));
@@ -213,7 +203,7 @@ TEST(WallMeshEntry, TakesTheFormOfThisProcessor) {
     const auto vertices =
         VerticesBy(Mesh::CalculatePanoramaTextureCoordinate, FormOfEntries(), mesh);
     for (const ListForm form : kListForms) {
-        EXPECT_EQ(vertices == VerticesBy(FunctionOf(form), form, mesh), form == FormOfEntries())
+        EXPECT_EQ(vertices == VerticesBy(WallMeshOf(form), form, mesh), form == FormOfEntries())
             << NameOf(form);
     }
 }

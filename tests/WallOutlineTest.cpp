@@ -5,13 +5,10 @@
 #include <random>
 #include <vector>
 
-#include "FrontwardFisheyeOpenGLAlgo_C.h"
 #include "PanoramaOutlines.h"
 #include "support/FloatList.h"
+#include "support/ListKernels.h"
 #include "support/MeshModel.h"
-#if defined(__x86_64__)
-#include "FrontwardFisheyeOpenGLAlgo_SSE2.h"
-#endif
 
 // The outline of what a wall's panorama shows, against a plain model of each form and against
 // geometry in double precision.
@@ -23,22 +20,10 @@ namespace View = FrontwardFisheyeAlgoNS;
 const double kPi = std::acos(-1.0);
 constexpr auto kNeither = static_cast<CoordinateOrientationType>(2);
 
-using OutlineFunction = void(float centerX, float centerY, float radiusX, float radiusY,
-                             float wallViewAngle, float* points, int count);
-
-OutlineFunction& FunctionOf([[maybe_unused]] ListForm form) {
-#if defined(__x86_64__)
-    if (form == ListForm::SSE2) {
-        return View::SSE2::CalculatePanoramaBoundaryCoordinate<CoordinateOrientationWindows>;
-    }
-#endif
-    return View::C::CalculatePanoramaBoundaryCoordinate<CoordinateOrientationWindows>;
-}
-
 std::vector<float> PointsBy(ListForm form, const model::WallOutline& o, int count) {
     return FilledList(2 * static_cast<std::size_t>(count), [&](float* points) {
-        FunctionOf(form)(o.centerX, o.centerY, o.radiusX, o.radiusY, o.wallViewAngle, points,
-                         count);
+        WallOutlineOf(form)(o.centerX, o.centerY, o.radiusX, o.radiusY, o.wallViewAngle, points,
+                            count);
     });
 }
 
@@ -165,7 +150,7 @@ TEST_P(WallOutlines, At90DegreesCollapseTowardsThePoles) {
 
 TEST_P(WallOutlines, CountsBelowFourWriteNothing) {
     for (const int count : {3, 2, 1, 0, -1, -4, -16}) {
-        FunctionOf(GetParam())(0.5F, 0.5F, 0.5F, 0.5F, 45.0F, nullptr, count);
+        WallOutlineOf(GetParam())(0.5F, 0.5F, 0.5F, 0.5F, 45.0F, nullptr, count);
     }
 }
 
@@ -181,7 +166,7 @@ TEST(ScalarWallOutline, LeavesWhatIsOverAfterFourEqualSides) {
 
 TEST(ScalarWallOutline, TakesAnyBuffer) {
     FloatList list(2 * 20 + 1);
-    FunctionOf(ListForm::C)(0.5F, 0.5F, 0.5F, 0.5F, 45.0F, list.data() + 1, 20);
+    WallOutlineOf(ListForm::C)(0.5F, 0.5F, 0.5F, 0.5F, 45.0F, list.data() + 1, 20);
     auto expected = model::WallOutlinePoints(ListForm::C, {0.5F, 0.5F, 0.5F, 0.5F, 45.0F}, 20);
     expected.insert(expected.begin(), kUntouched);
     EXPECT_TRUE(AreSameFloats(list.Values(), expected));

@@ -170,9 +170,15 @@ void SoakCamera::ChangeOutput() {
 }
 
 void SoakCamera::TakeSnapshot() {
+    unsigned int width = 0;
+    unsigned int height = 0;
+    m_camera->GetRecommendOutputVideoSize(&width, &height);
+    // Lenses without a radius have no picture, and those with NaN have one that nothing holds.
+    const bool hasPicture =
+        HasScene(m_mount, m_view) && width - 1 < 8 * kLongestSide && height - 1 < 8 * kLongestSide;
     unsigned char* block = nullptr;
     const ResultCode result = m_camera->Snapshot(&block);
-    Require(result == kResultOk ? block != nullptr : result == kResultOutOfMemory,
+    Require(hasPicture ? result == kResultOk && block != nullptr : result == kResultOutOfMemory,
             "a snapshot was not answered as it should be");
     const ResultCode expected = block != nullptr ? kResultOk : kResultNoChange;
     Require(m_camera->FreeSnapshotMemory(block) == expected, "a snapshot was not taken back");
