@@ -31,7 +31,6 @@ void PrintTo(const Rgb& color, std::ostream* stream) {
 constexpr Rgb kWhite{255, 255, 255};
 constexpr Rgb kYellow{255, 217, 26};
 constexpr Rgb kCyan{77, 242, 255};
-constexpr Rgb kEdge{15, 15, 20};
 
 Rgb At(const Picture& picture, long column, long row) {
     const std::uint8_t* pixel = picture.Row(static_cast<std::uint32_t>(row)) + 3 * column;
