@@ -60,8 +60,10 @@ TEST(HeapUse, CountsABlockWithoutBytes) {
 TEST(HeapUse, CountsObjectsAndLists) {
     const Beyond use;
     {
-        const std::vector<int> list(77);
+        std::vector<int> list(77);
         const auto object = std::make_unique<double>(1.0);
+        Seen(list.data());
+        Seen(object.get());
         EXPECT_EQ(use.Bytes(), 77 * sizeof(int) + sizeof(double));
         EXPECT_EQ(use.Blocks(), 2U);
     }
