@@ -155,8 +155,10 @@ void SurfaceClient::SnapshotBesideProcess() {
         return;
     }
     const FrameSize size = SnapshotSize();
+    // Without its table a panorama's `Process` succeeds and writes nothing.
     const bool isComparable =
-        processed == kResultOk && result == kResultOk && m_model.output.width == size.width &&
+        processed == kResultOk && m_model.PresentConversion() != Conversion::None &&
+        result == kResultOk && m_model.output.width == size.width &&
         m_model.output.height == size.height &&
         m_model.output.stride == StrideOf(size, BytesPerPixel(m_model.format));
     CountOutcome(PresentOperation(), isComparable ? "compared" : "not comparable");
