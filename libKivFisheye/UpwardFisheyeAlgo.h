@@ -21,7 +21,8 @@
 /// the next towards the frame's top left. A panorama pixel that falls outside the source frame
 /// comes out as zero bytes. Nothing is written beyond `dstStride` times `dstHeight` bytes, and
 /// source and output must not overlap. A converter has no lock: conversions may run at once on
-/// different outputs, `Init` may not run beside them.
+/// different outputs, `Init` may not run beside them. The functions may run on any thread at any
+/// time.
 namespace UpwardFisheyeAlgoNS {
 
 /// Evaluates the mapping afresh for every frame: the slow way, which needs no table and turns by
