@@ -18,6 +18,9 @@ if(KIVFISHEYE_SANITIZE)
   target_compile_options(KivFisheyeOptions INTERFACE
     -fsanitize=${KIVFISHEYE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(KivFisheyeOptions INTERFACE -fsanitize=${KIVFISHEYE_SANITIZE})
+  if(KIVFISHEYE_DO_NOT_SANITIZE)
+    target_compile_options(KivFisheyeOptions INTERFACE -fno-sanitize=${KIVFISHEYE_DO_NOT_SANITIZE})
+  endif()
 endif()
 
 if(KIVFISHEYE_COVERAGE)

@@ -93,6 +93,7 @@ public:
             for (; m_next < end; ++m_next) {
                 // The line's middle: frames need not stand at a line's start.
                 const std::size_t offset = std::size_t{*m_next} * kLineBytes + kLineBytes / 2;
+                // NOLINTNEXTLINE(performance-no-int-to-ptr)
                 Prefetch<kSecondLevelCache>(reinterpret_cast<const void*>(m_address + offset));
             }
             ++m_row;
