@@ -160,8 +160,10 @@ private:
 
 /// The form of a virtual camera that converts without memory.
 bool ConvertsWithoutMemory() {
+    constexpr int kLevelSse41 = 5;
+    constexpr int kLevelAvx = 7;
     const int level = GetCpuInstructionSet();
-    return level >= 5 && level < 7;
+    return level >= kLevelSse41 && level < kLevelAvx;
 }
 
 /// How many requests there are at least.
