@@ -5,6 +5,7 @@
 #include "PanoramaOutlines.h"
 #include "ring/RingMesh.h"
 #include "ring/RingMesh_C.h"
+#include "ring/RingMount.h"
 #if defined(__x86_64__)
 #include "DownwardFisheyeOpenGLAlgo_SSE2.h"
 #include "ring/RingMesh_SSE2.h"

@@ -23,8 +23,8 @@ KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rows
                                                            int rowsSecond, float innerRadiusRatio,
                                                            bool centerAtOrigin, float* coordinates);
 
-/// The forms that the functions above choose from, by the processor: scalar, with rows that are
-/// never padded and any alignment, and in four lanes.
+/// The scalar form of the functions above, which choose by the processor: its rows are never padded,
+/// and its list may lie anywhere.
 namespace C {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
                                                        float innerRadiusRatio, bool centerAtOrigin,
@@ -35,6 +35,7 @@ KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rows
 }  // namespace C
 
 #if defined(__x86_64__)
+/// The form of the functions above in four lanes.
 namespace SSE2 {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
                                                        float innerRadiusRatio, bool centerAtOrigin,

@@ -15,15 +15,16 @@ namespace FrontwardFisheyeAlgoNS {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAngle,
                                                        bool centerAtOrigin, float* coordinates);
 
-/// The forms that the function above chooses from, by the processor: scalar, with rows that are
-/// never padded and any alignment, and in four lanes. The lanes' arctangent is good to 0.0029
-/// radians, so the forms differ by up to 0.002.
+/// The scalar form of the function above, which chooses by the processor: its rows are never padded,
+/// and its list may lie anywhere.
 namespace C {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAngle,
                                                        bool centerAtOrigin, float* coordinates);
 }  // namespace C
 
 #if defined(__x86_64__)
+/// The form of the function above in four lanes. Its arctangent is good to 0.0029 radians, so it
+/// differs from the scalar form by up to 0.002.
 namespace SSE2 {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAngle,
                                                        bool centerAtOrigin, float* coordinates);

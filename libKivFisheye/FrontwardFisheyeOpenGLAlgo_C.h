@@ -1,7 +1,6 @@
 #ifndef KIVFISHEYE_FRONTWARD_FISHEYE_OPENGL_ALGO_C_H
 #define KIVFISHEYE_FRONTWARD_FISHEYE_OPENGL_ALGO_C_H
 
-#include <cstddef>
 #include <functional>
 
 #include "ColumnAngles.h"

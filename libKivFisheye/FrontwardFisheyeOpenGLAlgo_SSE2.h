@@ -11,7 +11,6 @@
 #include "sse/ColumnAngleLanes.h"
 #include "sse/sseMath.h"
 #include "sse/sseUtil.h"
-#include "wall/WallDirection.h"
 
 /// Grids and outlines of a wall panorama in four lanes, with the lanes' own sine and arctangent.
 namespace FrontwardFisheyeAlgoNS::SSE2 {

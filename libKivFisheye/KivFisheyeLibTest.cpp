@@ -3,6 +3,7 @@
 #include <ctime>
 #include <iostream>
 
+#include "KivFisheyeLib.h"
 #include "MemoryUtils.h"
 
 using namespace KivFisheyeLib;

@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_LIB_TEST_H
 #define KIVFISHEYE_LIB_TEST_H
 
-#include "KivFisheyeLib.h"
+#include "KivFisheyeTypes.h"
 
 /// The parts of the timing program. It times the conversions of all pixel formats, mounts and views
 /// and needs nothing but the library's public surface and aligned memory.

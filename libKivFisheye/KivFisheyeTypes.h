@@ -3,27 +3,32 @@
 
 #include <cstdint>
 
+/// The values that go into a camera context and come out of it.
 namespace KivFisheyeLib {
 
 /// How the pixels of both frames are stored. Pixels are opaque bytes that are copied unchanged, so
 /// "RGB" stands for any order of channels. The camera accepts the two formats whose rows run from
 /// the top; the bottom-up ones are named for bitmap headers alone.
 enum PixelFormat : std::uint32_t {
-    PixelFormatBottomUpRGB24 = 0,
-    PixelFormatRGB24 = 1,
-    PixelFormatBottomUpRGB32 = 2,
-    PixelFormatRGB32 = 3
+    PixelFormatBottomUpRGB24 = 0,  ///< 3 bytes, rows from the bottom; not accepted
+    PixelFormatRGB24 = 1,          ///< 3 bytes, rows from the top
+    PixelFormatBottomUpRGB32 = 2,  ///< 4 bytes, rows from the bottom; not accepted
+    PixelFormatRGB32 = 3           ///< 4 bytes, rows from the top
 };
 
 /// Where the camera hangs, and so which way its lens looks: ahead, down, or up.
-enum MountType : std::uint32_t { MountTypeWall = 0, MountTypeCeiling = 1, MountTypeTable = 2 };
+enum MountType : std::uint32_t {
+    MountTypeWall = 0,     ///< looks ahead
+    MountTypeCeiling = 1,  ///< looks down
+    MountTypeTable = 2     ///< looks up
+};
 
 /// What the output shows: a flat view that pans, tilts and zooms, two half panoramas one above the
 /// other, or the whole panorama. A wall camera has no dual panorama.
 enum ViewType : std::uint32_t {
-    ViewTypeVCam = 0,
-    ViewTypeDualPanorama = 1,
-    ViewTypeFullPanorama = 2
+    ViewTypeVCam = 0,          ///< a virtual camera
+    ViewTypeDualPanorama = 1,  ///< two halves of a ring
+    ViewTypeFullPanorama = 2   ///< a whole ring, or what a wall camera sees
 };
 
 /// One frame in the client's memory.
@@ -34,10 +39,10 @@ enum ViewType : std::uint32_t {
 /// must stay until another record takes the record's place or the context is deleted. It is read or
 /// written in `Process`, and when a change of mount or view converts a frame at once.
 struct VideoFrameInfo {
-    std::uint32_t width;   ///< pixels in a row
-    std::uint32_t height;  ///< rows
-    std::uint32_t stride;  ///< bytes from one row to the next
-    unsigned char* buffer;
+    std::uint32_t width;    ///< pixels in a row
+    std::uint32_t height;   ///< rows
+    std::uint32_t stride;   ///< bytes from one row to the next
+    unsigned char* buffer;  ///< the first pixel; the client's own
 };
 
 /// The lens image inside the input frame. It is an ellipse around the frame's centre, whose
@@ -58,12 +63,12 @@ struct DewarpParams {
 /// wider. The pixels follow it at once. Their rows are `width` pixels of 3 or 4 bytes, rounded up
 /// to a multiple of 4 bytes.
 struct SnapshotHeader {
-    std::uint32_t size;       ///< of this header: 64
-    std::uint32_t reserved0;  ///< 0
-    std::int64_t width;       ///< pixels in a row
-    std::int64_t height;      ///< rows, negative as they run from the top
-    std::uint16_t planes;     ///< 1
-    std::uint16_t bitsPerPixel;
+    std::uint32_t size;                 ///< of this header: 64
+    std::uint32_t reserved0;            ///< 0
+    std::int64_t width;                 ///< pixels in a row
+    std::int64_t height;                ///< rows, negative as they run from the top
+    std::uint16_t planes;               ///< 1
+    std::uint16_t bitsPerPixel;         ///< 24 or 32
     std::uint32_t compression;          ///< 0
     std::uint32_t imageSize;            ///< bytes of all rows
     std::uint32_t reserved1;            ///< 0

@@ -1,7 +1,6 @@
 #ifndef KIVFISHEYE_MEMORY_UTILS_H
 #define KIVFISHEYE_MEMORY_UTILS_H
 
-#include <cstddef>
 #include <new>
 
 /// Memory of `size` bytes at a multiple of `alignment`, or null when it cannot be had. Alignments

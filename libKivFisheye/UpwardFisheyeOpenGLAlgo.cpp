@@ -3,6 +3,7 @@
 #include "KernelPointer.h"
 #include "ring/RingMesh.h"
 #include "ring/RingMesh_C.h"
+#include "ring/RingMount.h"
 #if defined(__x86_64__)
 #include "ring/RingMesh_SSE2.h"
 #endif

@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_CAMERA_RULES_H
 #define KIVFISHEYE_CAMERA_RULES_H
 
-#include "KivFisheyeLib.h"
+#include "KivFisheyeTypes.h"
 #include "vcam/VCamMounts.h"
 
 // What the camera asks about its arguments: whether they are acceptable, which output suits them,

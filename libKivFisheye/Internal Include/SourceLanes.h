@@ -7,7 +7,6 @@
 
 #include "Prefetch.h"
 #include "TargetRegion.h"
-#include "sse/sse4Floats.h"
 #include "sse/sse4Ints.h"
 
 KIVFISHEYE_TARGET_BEGIN("sse4.1")

@@ -4,7 +4,6 @@
 #include "ColumnAngles.h"
 #include "Degrees.h"
 #include "FisheyeAlgoCommon.h"
-#include "ring/RingMount.h"
 
 // Where the vertices of a grid, drawn as a panorama, lie on the lens image: texture coordinates of
 // a lens circle with the radius 0.5, v downward. Rows are evenly spaced in radius, the ring's edges

@@ -4,7 +4,6 @@
 #include "ColumnAngles.h"
 #include "Degrees.h"
 #include "RunningAngle.h"
-#include "wall/WallDirection.h"
 #include "wall/WallJob.h"
 
 namespace wall {
