@@ -44,11 +44,6 @@ void AddAimCommand(CLI::App* app) {
     AddMount(command, &arguments->view.mount)->required();
     AddZoomOptions(command, &arguments->angles);
     AddRadiusOptions(command, &arguments->view.lens);
-    command->footer(
-        "The line printed is what --pan, --tilt and --zoom of the other commands take, in this "
-        "order. Where such a view would reach beyond the lens image they limit it, which is told "
-        "here too, with the widest --fov that would do: views near the rim need a small "
-        "one.\n\nExample:\n  kivfisheye aim 0.7,0.3 --mount ceiling --fov 60");
     command->callback([arguments] { PrintAim(*arguments); });
 }
 

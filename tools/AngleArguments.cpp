@@ -65,17 +65,26 @@ Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera) {
     return camera.AimedAt(static_cast<float>(point.at(0)), static_cast<float>(point.at(1)), zoom);
 }
 
+std::vector<std::string> NotesOnAngles(const AngleArguments& arguments, const ViewArguments& view,
+                                       const Angles& asked, const Angles& taken) {
+    std::vector<std::string> notes;
+    const bool isOutside = IsAimedOutsideTheLens(arguments, view.lens);
+    if (isOutside) {
+        notes.emplace_back("the point lies outside the lens image");
+    }
+    if (!IsSameView(asked, taken)) {
+        notes.push_back("the view " + WordsForLimit(view, asked, taken) +
+                        (isOutside ? "" : WordsForRemedy(view, asked)));
+    }
+    return notes;
+}
+
 Angles Turn(const AngleArguments& arguments, const ViewArguments& view, const ViewCamera& camera,
             Progress* progress) {
     const Angles asked = AskedAngles(arguments, camera);
     const Angles taken = camera.Turn(asked);
-    const bool isOutside = IsAimedOutsideTheLens(arguments, view.lens);
-    if (isOutside) {
-        progress->Say("the point lies outside the lens image");
-    }
-    if (!IsSameView(asked, taken)) {
-        progress->Say("the view " + WordsForLimit(view, asked, taken) +
-                      (isOutside ? "" : WordsForRemedy(view, asked)));
+    for (const std::string& note : NotesOnAngles(arguments, view, asked, taken)) {
+        progress->Say(note);
     }
     return taken;
 }

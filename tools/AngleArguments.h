@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "ViewCamera.h"
 
@@ -27,6 +28,10 @@ void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
 
 /// What the options ask for. Throws `Failure` when the lens is too small to aim at a point of it.
 Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera);
+
+/// Sentences about what the library did not take, and about a point outside the lens image.
+std::vector<std::string> NotesOnAngles(const AngleArguments& arguments, const ViewArguments& view,
+                                       const Angles& asked, const Angles& taken);
 
 /// Turns the camera, says what the library did not take and when the point lies outside the lens
 /// image, and gives the angles that the library took.

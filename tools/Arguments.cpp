@@ -9,6 +9,7 @@
 #include "Camera.h"
 #include "Failure.h"
 #include "Numbers.h"
+#include "OutputFile.h"
 #include "Picture.h"
 
 namespace KivFisheyeTools {
@@ -112,21 +113,39 @@ CLI::Validator FileName(const std::string& role) {
     return {check, ""};
 }
 
+CLI::Validator OutputName(const std::vector<std::string>& endings) {
+    const CLI::Validator isName = FileName("output");
+    const auto check = [isName, endings](std::string& text) {
+        std::string complaint = isName(text);
+        if (complaint.empty()) {
+            CheckEnding(text, endings);
+        }
+        return complaint;
+    };
+    return {check, "{" + CLI::detail::join(endings) + "}"};
+}
+
 void AddPictureInput(CLI::App* command, std::string* input) {
     command
         ->add_option("INPUT", *input,
                      "The fisheye picture, or a video, of which the first picture counts")
         ->required()
-        ->check(FileName("input"));
+        ->check(FileName("input"))
+        ->type_name("FILE");
 }
 
-void AddOutput(CLI::App* command, std::string* output, const std::string& description) {
-    command->add_option("OUTPUT", *output, description)->required()->check(FileName("output"));
+CLI::Option* AddOutput(CLI::App* command, std::string* output,
+                       const std::vector<std::string>& endings, const std::string& description) {
+    return command->add_option("OUTPUT", *output, description)
+        ->required()
+        ->check(OutputName(endings))
+        ->type_name("FILE");
 }
 
 CLI::Option* AddMount(CLI::App* command, std::string* mount) {
     return command->add_option("--mount", *mount, "Where the camera hangs")
-        ->check(NameAmong("mount", MountNames()));
+        ->check(NameAmong("mount", MountNames()))
+        ->type_name("MOUNT");
 }
 
 CLI::Option* AddView(CLI::App* command, std::string* view) {
@@ -134,7 +153,8 @@ CLI::Option* AddView(CLI::App* command, std::string* view) {
         ->add_option(
             "--view", *view,
             std::string("What the output shows: a virtual camera's flat view, ") + kPanoramasHelp)
-        ->check(NameAmong("view", ViewNames()));
+        ->check(NameAmong("view", ViewNames()))
+        ->type_name("VIEW");
 }
 
 CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& description) {
@@ -145,12 +165,22 @@ CLI::Option* AddSize(CLI::App* command, std::string* size, const std::string& de
 
 CLI::Option* AddFormat(CLI::App* command, std::string* format) {
     return command->add_option("--format", *format, "Pixel format inside the library")
-        ->check(NameAmong("format", {"rgb24", "rgb32"}));
+        ->check(NameAmong("format", {"rgb24", "rgb32"}))
+        ->type_name("FORMAT");
 }
 
 void AddRadiusOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
-    command->add_option("--radius-x", lens->radiusX, kRadiusXHelp)->check(NumberIn(0.0, 1.0));
-    command->add_option("--radius-y", lens->radiusY, kRadiusYHelp)->check(NumberIn(0.0, 1.0));
+    const auto addRadius = [command](const char* name, float* radius, const char* description) {
+        command->add_option(name, *radius, description)
+            ->check(NumberIn(0.0, 1.0))
+            ->type_name("FRACTION");
+    };
+    addRadius("--radius-x", &lens->radiusX, kRadiusXHelp);
+    addRadius("--radius-y", &lens->radiusY, kRadiusYHelp);
+}
+
+bool HasRadii(const CLI::App& command) {
+    return command.count("--radius-x") + command.count("--radius-y") > 0;
 }
 
 void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
@@ -160,12 +190,14 @@ void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens) {
                      "Wall panoramas alone: reach above and below the horizon, in degrees. The "
                      "recommended size shows equal angles taller than wide; equal degrees each way "
                      "need a height of width * angle / 90")
-        ->check(NumberIn(10.0, 90.0));
+        ->check(NumberIn(10.0, 90.0))
+        ->type_name("DEGREES");
     command
         ->add_option(
             "--inner-radius", lens->innerRadiusRatio,
             "Ceiling and table panoramas alone: part of the radius left out around the centre")
-        ->check(NumberIn(0.0, 0.8));
+        ->check(NumberIn(0.0, 0.8))
+        ->type_name("FRACTION");
 }
 
 void AddViewedLensOptions(CLI::App* command, ViewArguments* arguments) {
@@ -191,8 +223,8 @@ void AddZoomOptions(CLI::App* command, AngleArguments* arguments) {
     CLI::Option* fieldOfView = command->add_option(
         "--fov", arguments->fieldOfView,
         "Virtual camera: the zoom, as the degrees that the view's height shows");
-    zoom->check(NumberIn(1.0, 10.0))->excludes(fieldOfView);
-    fieldOfView->check(NumberIn(10.0, 180.0));
+    zoom->check(NumberIn(1.0, 10.0))->type_name("ZOOM")->excludes(fieldOfView);
+    fieldOfView->check(NumberIn(10.0, 180.0))->type_name("DEGREES");
 }
 
 void AddAngleOptions(CLI::App* command, AngleArguments* arguments) {
@@ -210,8 +242,8 @@ void AddAngleOptions(CLI::App* command, AngleArguments* arguments) {
     CLI::Option* aim = command->add_option(
         "--aim", arguments->aim,
         std::string("Virtual camera: the point of the input to look at, as ") + kAimedPointHelp);
-    pan->check(FiniteNumbers(1));
-    tilt->check(FiniteNumbers(1));
+    pan->check(FiniteNumbers(1))->type_name("DEGREES");
+    tilt->check(FiniteNumbers(1))->type_name("DEGREES");
     aim->check(FiniteNumbers(2))->type_name("X,Y")->excludes(pan)->excludes(tilt);
     AddZoomOptions(command, arguments);
 }

@@ -35,9 +35,13 @@ CLI::Validator FiniteNumbers(std::size_t count);
 /// Accepts all but an empty name of a file. `role` is what it is to the command.
 CLI::Validator FileName(const std::string& role);
 
+/// Accepts the name of a file with one of these endings.
+CLI::Validator OutputName(const std::vector<std::string>& endings);
+
 /// Add what a command reads and writes.
 void AddPictureInput(CLI::App* command, std::string* input);
-void AddOutput(CLI::App* command, std::string* output, const std::string& description);
+CLI::Option* AddOutput(CLI::App* command, std::string* output,
+                       const std::vector<std::string>& endings, const std::string& description);
 
 /// Add an option that several commands have.
 CLI::Option* AddMount(CLI::App* command, std::string* mount);
@@ -53,12 +57,10 @@ constexpr const char* kPanoramasHelp =
 /// What the options of the lens's radii mean.
 constexpr const char* kRadiusXHelp =
     "Horizontal semi-axis of the lens's ellipse, as a fraction of the frame's width; a round lens "
-    "as "
-    "high as the frame has 0.5 * height / width";
+    "as high as the frame has 0.5 * height / width";
 constexpr const char* kRadiusYHelp =
     "Vertical semi-axis of the lens's ellipse, as a fraction of the frame's height; a round lens "
-    "as "
-    "wide as the frame has 0.5 * width / height";
+    "as wide as the frame has 0.5 * width / height";
 
 /// How a point to look at is given, and what comes of it.
 constexpr const char* kAimedPointHelp =
@@ -68,6 +70,9 @@ constexpr const char* kAimedPointHelp =
 
 /// Adds the options of the lens's radii.
 void AddRadiusOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens);
+
+/// Whether either of them was given.
+bool HasRadii(const CLI::App& command);
 
 /// Adds the options of everything that `lens` holds.
 void AddLensOptions(CLI::App* command, KivFisheyeLib::DewarpParams* lens);

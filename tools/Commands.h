@@ -9,6 +9,7 @@ namespace KivFisheyeTools {
 /// `Failure` or `UsageError` when it cannot.
 void AddAimCommand(CLI::App* app);
 void AddDewarpCommand(CLI::App* app);
+void AddHelpCommand(CLI::App* app);
 void AddInfoCommand(CLI::App* app);
 void AddMeshCommand(CLI::App* app);
 void AddOutlineCommand(CLI::App* app);

@@ -1,7 +1,9 @@
+#include <iostream>
 #include <memory>
 
 #include "Arguments.h"
 #include "Commands.h"
+#include "Explanation.h"
 #include "Failure.h"
 #include "Flattener.h"
 #include "Progress.h"
@@ -18,6 +20,7 @@ struct DewarpArguments {
     std::string output;
     ViewArguments view;
     AngleArguments angles;
+    bool isExplained = false;
 };
 
 OutputKind KindOf(const std::string& output) {
@@ -25,9 +28,8 @@ OutputKind KindOf(const std::string& output) {
 }
 
 void CheckUsage(const DewarpArguments& arguments) {
-    if (!IsVideoName(arguments.output) && !IsPictureName(arguments.output)) {
-        throw UsageError("cannot write " + arguments.output +
-                         ": it needs a name with the ending .png, .jpg, .jpeg or .mp4");
+    if (arguments.output.empty() && !arguments.isExplained) {
+        throw UsageError("OUTPUT is required; only --explain goes without it");
     }
     CheckIsNoInput(arguments.output, {arguments.input});
     CheckAngles(arguments.angles, ViewOfName(arguments.view.view));
@@ -56,16 +58,30 @@ void DewarpVideo(const std::string& output, VideoReader* reader, Flattener* flat
     CheckStopped(frames, "frame", output);
 }
 
-void Dewarp(const DewarpArguments& arguments) {
-    CheckUsage(arguments);
-    Progress progress;
-    progress.Show("reading " + arguments.input);
-    VideoReader reader(arguments.input);
-    const OutputKind kind = KindOf(arguments.output);
-    if (kind == OutputKind::Video && reader.IsStill()) {
+void CheckHasFrames(const DewarpArguments& arguments, const VideoReader& reader) {
+    if (KindOf(arguments.output) == OutputKind::Video && reader.IsStill()) {
         throw Failure(arguments.input +
                       " is a still picture; a video of it is made with the command sweep");
     }
+}
+
+std::string Explanation(const DewarpArguments& arguments) {
+    Progress progress;
+    progress.Show("reading " + arguments.input);
+    VideoReader reader(arguments.input);
+    CheckHasFrames(arguments, reader);
+    const ViewFacts facts =
+        FactsOf(arguments.view, arguments.angles, KindOf(arguments.output), &reader);
+    return "input: " + arguments.input + (reader.IsStill() ? ", a picture\n" : ", a video\n") +
+           Explained(facts);
+}
+
+void Dewarp(const DewarpArguments& arguments) {
+    Progress progress;
+    progress.Show("reading " + arguments.input);
+    VideoReader reader(arguments.input);
+    CheckHasFrames(arguments, reader);
+    const OutputKind kind = KindOf(arguments.output);
     Flattener flattener(arguments.view, {reader.Width(), reader.Height()}, kind);
     Turn(arguments.angles, arguments.view, flattener, &progress);
     reader.Read(flattener.Input());
@@ -84,14 +100,29 @@ void AddDewarpCommand(CLI::App* app) {
     command->option_defaults()->always_capture_default();
     command->add_option("INPUT", arguments->input, "The fisheye picture or video")
         ->required()
-        ->check(FileName("input"));
-    AddOutput(command, &arguments->output,
+        ->check(FileName("input"))
+        ->type_name("FILE");
+    std::vector<std::string> endings = PictureEndings();
+    endings.emplace_back(".mp4");
+    AddOutput(command, &arguments->output, endings,
               "The file to write: .png or .jpg is the first picture, .mp4 the whole video "
-              "as H.264, with square pixels, its frames at their times, and without sound");
+              "as H.264, with square pixels, its frames at their times, and without sound")
+        ->required(false);
     AddView(command, &arguments->view.view)->required();
     AddAngleOptions(command, &arguments->angles);
     AddViewOptions(command, &arguments->view);
-    command->callback([arguments] { Dewarp(*arguments); });
+    command->add_flag("--explain", arguments->isExplained,
+                      "Tell in words and numbers what the command would show, and write nothing; "
+                      "OUTPUT may then be left out");
+    command->callback([arguments, command] {
+        arguments->view.hasRadii = HasRadii(*command);
+        CheckUsage(*arguments);
+        if (arguments->isExplained) {
+            std::cout << Explanation(*arguments);
+        } else {
+            Dewarp(*arguments);
+        }
+    });
 }
 
 }  // namespace KivFisheyeTools

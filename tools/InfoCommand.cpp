@@ -1,6 +1,5 @@
 #include <KivFisheyeVersion.h>
 
-#include <algorithm>
 #include <array>
 #include <iomanip>
 #include <iostream>
@@ -63,18 +62,6 @@ void PrintView(Picture* input, const KivFisheyeLib::DewarpParams& lens,
              isSize ? WordsFor(ratio) : "-");
 }
 
-/// Tells the radius of a round lens, when the usual radii make it an ellipse.
-void PrintRadiusHint(const Picture& input) {
-    const bool isWide = input.width > input.height;
-    const double longer = std::max(input.width, input.height);
-    const double shorter = std::min(input.width, input.height);
-    if (shorter < longer) {
-        std::cout << "\nA round lens as " << (isWide ? "high" : "wide") << " as this picture needs "
-                  << (isWide ? "--radius-x " : "--radius-y ") << 0.5 * shorter / longer
-                  << " here and in the other commands.\n";
-    }
-}
-
 void PrintInfo(const InfoArguments& arguments) {
     if (arguments.input.empty()) {
         std::cout << "version: " << KIVFISHEYE_VERSION << '\n'
@@ -95,8 +82,9 @@ void PrintInfo(const InfoArguments& arguments) {
             }
         }
     }
-    if (!arguments.hasRadii) {
-        PrintRadiusHint(input);
+    const std::string hint = WordsForRoundLens({input.width, input.height});
+    if (!arguments.hasRadii && !hint.empty()) {
+        std::cout << '\n' << hint << " here and in the other commands.\n";
     }
 }
 
@@ -108,10 +96,11 @@ void AddInfoCommand(CLI::App* app) {
         "info", "Tell about the library, and which output sizes suit a picture or video");
     command->option_defaults()->always_capture_default();
     command->add_option("INPUT", arguments->input, "A fisheye picture or video")
-        ->check(FileName("input"));
+        ->check(FileName("input"))
+        ->type_name("FILE");
     AddLensOptions(command, &arguments->lens);
     command->callback([arguments, command] {
-        arguments->hasRadii = command->count("--radius-x") + command->count("--radius-y") > 0;
+        arguments->hasRadii = HasRadii(*command);
         PrintInfo(*arguments);
     });
 }

@@ -1,12 +1,10 @@
-#include <KivFisheyeVersion.h>
-
 #include <algorithm>
 #include <csignal>
 #include <iostream>
 #include <new>
 #include <string>
 
-#include "Commands.h"
+#include "CommandLine.h"
 #include "Failure.h"
 #include "Numbers.h"
 #include "StopRequest.h"
@@ -40,7 +38,7 @@ std::string ComplaintAboutExtras(const CLI::App& app, const std::string& command
     }
     const std::string option = found->substr(0, found->find('='));
     std::vector<std::string> takers;
-    for (const CLI::App* other : app.get_subcommands([](const CLI::App*) { return true; })) {
+    for (const CLI::App* other : CommandsOf(app)) {
         if (other->get_option_no_throw(option) != nullptr) {
             takers.push_back(other->get_name());
         }
@@ -50,24 +48,11 @@ std::string ComplaintAboutExtras(const CLI::App& app, const std::string& command
 }
 
 int Run(int argc, char** argv) {
-    CLI::App app("Flattens pictures and videos of fisheye cameras.", "kivfisheye");
-    app.set_version_flag("--version", "kivfisheye " KIVFISHEYE_VERSION);
-    app.require_subcommand(0, 1);
-    AddAimCommand(&app);
-    AddDewarpCommand(&app);
-    AddInfoCommand(&app);
-    AddMeshCommand(&app);
-    AddOutlineCommand(&app);
-    AddSceneCommand(&app);
-    AddSheetCommand(&app);
-    AddSnapshotCommand(&app);
-    AddSweepCommand(&app);
+    CommandLine app;
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty()) {
-            throw UsageError(
-                "what to do is missing: aim, dewarp, info, mesh, outline, scene, sheet, snapshot "
-                "or sweep");
+            throw UsageError("what to do is missing: " + Listed(CommandNames(app), "or"));
         }
     } catch (const CLI::ExtrasError& error) {
         return Complain(ComplaintAboutExtras(app, error.get_name()), kUsage);

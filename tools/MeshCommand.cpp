@@ -22,11 +22,6 @@ struct MeshArguments {
 };
 
 void CheckUsage(const MeshArguments& arguments) {
-    const std::string ending = EndingOf(arguments.output);
-    if (ending != ".obj" && ending != ".json") {
-        throw UsageError("cannot write " + arguments.output +
-                         ": it needs a name with the ending .obj or .json");
-    }
     CheckView(arguments.view, OutputKind::Picture);
     if (arguments.rowsSecond &&
         ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeDualPanorama) {
@@ -124,7 +119,7 @@ void AddMeshCommand(CLI::App* app) {
     CLI::App* command = app->add_subcommand(
         "mesh", "Write the grid with which a graphics processor draws a panorama");
     command->option_defaults()->always_capture_default();
-    AddOutput(command, &arguments->output,
+    AddOutput(command, &arguments->output, {".obj", ".json"},
               "The file to write: .obj is Wavefront OBJ, whose v runs up from the bottom of "
               "the frame, .json has it running down from the top. A dual panorama is two "
               "grids one above the other");
@@ -133,22 +128,18 @@ void AddMeshCommand(CLI::App* app) {
         ->add_option("--view", arguments->view.view,
                      std::string("What the grid shows: ") + kPanoramasHelp)
         ->required()
-        ->check(NameAmong("panorama", {"dual", "full"}));
+        ->check(NameAmong("panorama", {"dual", "full"}))
+        ->type_name("VIEW");
     const auto addCount = [command](const char* name, auto* count, const char* description) {
         return command->add_option(name, *count, description)
-            ->transform(WholeNumberIn(2, kMostVerticesOfASide));
+            ->transform(WholeNumberIn(2, kMostVerticesOfASide))
+            ->type_name("COUNT");
     };
     addCount("--columns", &arguments->columns, "Vertices in a row");
     addCount("--rows", &arguments->rows, "Rows of vertices; of a dual panorama, of each half");
     addCount("--rows-second", &arguments->rowsSecond,
              "Rows of a dual panorama's lower half, where they are others");
     AddViewedLensOptions(command, &arguments->view);
-    command->footer(
-        "With the usual radii the lens's circle fills the texture; with those of a frame, the "
-        "texture is the frame. The grid is that of pan 0. A vertex "
-        "exactly on a wall camera's axis, where its direction is not defined, is written as the "
-        "centre of the lens.\n\nExample:\n  kivfisheye mesh room.obj --mount ceiling --view full "
-        "--columns 128 --rows 32 --inner-radius 0.2");
     command->callback([arguments] { MakeMesh(*arguments); });
 }
 

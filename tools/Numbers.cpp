@@ -56,6 +56,10 @@ std::optional<Size> SizeOfText(const std::string& text) {
     return Size{*width, *height};
 }
 
+std::string WordsFor(const Size& size) {
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+
 std::vector<std::string> SplitAtCommas(const std::string& text) {
     std::vector<std::string> parts;
     std::size_t start = 0;

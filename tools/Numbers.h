@@ -31,6 +31,9 @@ std::string Listed(const std::vector<std::string>& words, const std::string& con
 /// Reads numbers with commas between them; what is none becomes NaN.
 std::vector<double> NumbersOfText(const std::string& text);
 
+/// Writes a size as it is read.
+std::string WordsFor(const Size& size);
+
 /// Reads a size such as 1024x768, with sides that a picture may have.
 std::optional<Size> SizeOfText(const std::string& text);
 

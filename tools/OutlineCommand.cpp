@@ -25,11 +25,6 @@ struct OutlineArguments {
 };
 
 void CheckUsage(const OutlineArguments& arguments) {
-    const std::string ending = EndingOf(arguments.output);
-    if (ending != ".svg" && ending != ".json" && !IsPictureName(arguments.output)) {
-        throw UsageError("cannot write " + arguments.output +
-                         ": it needs a name with the ending .png, .jpg, .jpeg, .svg or .json");
-    }
     CheckIsNoInput(arguments.output, {arguments.input});
     CheckAngles(arguments.angles, ViewOfName(arguments.view.view));
     if (!IsVirtualCamera(arguments.view) && !arguments.view.size.empty()) {
@@ -82,8 +77,10 @@ void AddOutlineCommand(CLI::App* app) {
         "outline", "Draw on a fisheye picture what a view shows of it, or write the outline down");
     command->option_defaults()->always_capture_default();
     AddPictureInput(command, &arguments->input);
+    std::vector<std::string> endings = PictureEndings();
+    endings.insert(endings.end(), {".svg", ".json"});
     AddOutput(
-        command, &arguments->output,
+        command, &arguments->output, endings,
         "The file to write: .png or .jpg is the picture with the outlines drawn in, .svg the "
         "outlines alone as polygons in pixels, .json as fractions of the frame. The lens's rim "
         "is white, the outline of the view yellow, that of a dual panorama's lower half cyan");
@@ -99,11 +96,8 @@ void AddOutlineCommand(CLI::App* app) {
                      "Points of each outline, less those that have no place: of a virtual camera "
                      "and a wall camera a multiple of 16, of a dual panorama of 8, of a full one "
                      "of 4")
-        ->transform(WholeNumberIn(4, kMostPoints));
-    command->footer(
-        "A ceiling or table panorama with an inner radius of 0 has no inner outline.\n\n"
-        "Example:\n  kivfisheye outline room.png marked.png --mount ceiling --view vcam --pan 45 "
-        "--tilt 50 --zoom 4");
+        ->transform(WholeNumberIn(4, kMostPoints))
+        ->type_name("COUNT");
     command->callback([arguments] { DrawOutline(*arguments); });
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Failure.h"
+#include "Numbers.h"
 
 namespace KivFisheyeTools {
 
@@ -56,6 +57,13 @@ std::string EndingOf(const std::string& path) {
         return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
     });
     return ending;
+}
+
+void CheckEnding(const std::string& path, const std::vector<std::string>& endings) {
+    if (std::find(endings.begin(), endings.end(), EndingOf(path)) == endings.end()) {
+        throw UsageError("cannot write " + path + ": it needs a name with the ending " +
+                         Listed(endings, "or"));
+    }
 }
 
 OutputFile::OutputFile(const std::string& path) : m_target(TargetOf(path)) {

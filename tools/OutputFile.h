@@ -5,11 +5,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace KivFisheyeTools {
 
 /// The ending of a file's name in small letters, with its dot.
 std::string EndingOf(const std::string& path);
+
+/// Throws `UsageError` unless the name has one of the endings, which are in small letters.
+void CheckEnding(const std::string& path, const std::vector<std::string>& endings);
 
 /// A file that appears under its name only when it is complete. Until then it has a passing name
 /// beside its target, and it disappears unless it is moved there. A symbolic link stays, and its

@@ -41,15 +41,12 @@ constexpr std::uint32_t kBestQuality = 100;
 
 /// Writes a PNG or JPEG file, as the path's ending says. The file appears under its name only when
 /// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is
-/// written. `quality` is for JPEG alone, from 1, the smallest file, to the best.
+/// written. Throws `UsageError` when the ending is another. `quality` is for JPEG alone, from 1, the smallest file, to the best.
 void WritePicture(const std::string& path, const Picture& picture,
                   std::uint32_t quality = kBestQuality);
 
-/// Whether the path is a name with the ending .png, .jpg or .jpeg.
-bool IsPictureName(const std::string& path);
-
-/// Throws `UsageError` unless the path is a name with the ending .png, .jpg or .jpeg.
-void CheckPictureEnding(const std::string& path);
+/// The endings that the names of picture files have.
+const std::vector<std::string>& PictureEndings();
 
 /// The picture at another size, smoothly filtered.
 Picture Resized(const Picture& picture, std::uint32_t width, std::uint32_t height);

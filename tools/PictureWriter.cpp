@@ -17,11 +17,7 @@ int JpegQuantizer(std::uint32_t quality) {
 }
 
 AVCodecID CodecOfEnding(const std::string& path) {
-    const std::string ending = EndingOf(path);
-    if (ending == ".png") {
-        return AV_CODEC_ID_PNG;
-    }
-    return ending == ".jpg" || ending == ".jpeg" ? AV_CODEC_ID_MJPEG : AV_CODEC_ID_NONE;
+    return EndingOf(path) == ".png" ? AV_CODEC_ID_PNG : AV_CODEC_ID_MJPEG;
 }
 
 AvOwner<AVCodecContext> OpenEncoder(const std::string& path, const Picture& picture,
@@ -69,20 +65,14 @@ AvOwner<AVPacket> EncodedPicture(const std::string& path, const Picture& picture
 
 }  // namespace
 
-bool IsPictureName(const std::string& path) {
-    return CodecOfEnding(path) != AV_CODEC_ID_NONE;
-}
-
-void CheckPictureEnding(const std::string& path) {
-    if (!IsPictureName(path)) {
-        throw UsageError("cannot write " + path +
-                         ": it needs a name with the ending .png, .jpg or .jpeg");
-    }
+const std::vector<std::string>& PictureEndings() {
+    static const std::vector<std::string> endings = {".png", ".jpg", ".jpeg"};
+    return endings;
 }
 
 void WritePicture(const std::string& path, const Picture& picture, std::uint32_t quality) {
     SilenceAv();
-    CheckPictureEnding(path);
+    CheckEnding(path, PictureEndings());
     OutputFile file(path);
     const AvOwner<AVPacket> packet = EncodedPicture(path, picture, quality);
     file.Write(packet->data, static_cast<std::size_t>(packet->size));

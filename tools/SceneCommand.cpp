@@ -22,7 +22,6 @@ struct SceneArguments {
 };
 
 void RenderScene(const SceneArguments& arguments) {
-    CheckPictureEnding(arguments.output);
     const Size size = SizeOfText(arguments.size).value();
     const Lens lens{size.width, size.height, arguments.radiusX, arguments.radiusY};
     Progress progress;
@@ -40,13 +39,15 @@ void AddSceneCommand(CLI::App* app) {
     CLI::App* command =
         app->add_subcommand("scene", "Render a room as a fisheye camera in it sees it");
     command->option_defaults()->always_capture_default();
-    AddOutput(command, &arguments->output, "The PNG or JPEG file to write");
+    AddOutput(command, &arguments->output, PictureEndings(), "The file to write");
     AddMount(command, &arguments->mount);
     AddSize(command, &arguments->size, "Size of the picture");
     command->add_option("--radius-x", arguments->radiusX, kRadiusXHelp)
-        ->check(NumberIn(kSmallestRadius, 1.0));
+        ->check(NumberIn(kSmallestRadius, 1.0))
+        ->type_name("FRACTION");
     command->add_option("--radius-y", arguments->radiusY, kRadiusYHelp)
-        ->check(NumberIn(kSmallestRadius, 1.0));
+        ->check(NumberIn(kSmallestRadius, 1.0))
+        ->type_name("FRACTION");
     command->callback([arguments] { RenderScene(*arguments); });
 }
 

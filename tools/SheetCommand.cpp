@@ -54,7 +54,6 @@ std::vector<std::uint32_t> Columns(const SheetArguments& arguments) {
 }
 
 void MakeSheet(const SheetArguments& arguments) {
-    CheckPictureEnding(arguments.output);
     if (arguments.quality && EndingOf(arguments.output) == ".png") {
         throw UsageError("--quality goes with a JPEG file: a PNG file loses nothing");
     }
@@ -77,26 +76,33 @@ void AddSheetCommand(CLI::App* app) {
     CLI::App* command = app->add_subcommand("sheet", "Arrange pictures in a grid with captions");
     command->add_option("INPUT", arguments->inputs, "The pictures, row by row")
         ->required()
-        ->check(FileName("input"));
-    command->add_option("-o,--output", arguments->output, "The PNG or JPEG file to write")
+        ->check(FileName("input"))
+        ->type_name("FILE");
+    command->add_option("-o,--output", arguments->output, "The file to write")
         ->required()
-        ->check(FileName("output"));
+        ->check(OutputName(PictureEndings()))
+        ->type_name("FILE");
     command
         ->add_option("--columns", arguments->columns,
                      "Pictures in a row, or in the first row, the second and so on with commas "
                      "between the numbers, the last of which holds for all further rows; a square "
                      "by default")
-        ->check(WholeNumbersIn(1, 1000));
+        ->check(WholeNumbersIn(1, 1000))
+        ->type_name("COUNTS");
     command->add_option("--width", arguments->width, "Width of the sheet")
         ->transform(WholeNumberIn(64, kMaximumSide))
+        ->type_name("PIXELS")
         ->capture_default_str();
     command
         ->add_option("--quality", arguments->quality,
                      "JPEG alone: from 1, the smallest file, to 100, the finest picture; 100 by "
                      "default")
-        ->transform(WholeNumberIn(1, kBestQuality));
-    command->add_option("--captions", arguments->captions,
-                        "Captions with commas between them; the files' names by default");
+        ->transform(WholeNumberIn(1, kBestQuality))
+        ->type_name("QUALITY");
+    command
+        ->add_option("--captions", arguments->captions,
+                     "Captions with commas between them; the files' names by default")
+        ->type_name("TEXTS");
     command->callback([arguments] { MakeSheet(*arguments); });
 }
 

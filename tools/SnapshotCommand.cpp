@@ -54,7 +54,6 @@ private:
 };
 
 void TakeSnapshot(const SnapshotArguments& arguments) {
-    CheckPictureEnding(arguments.output);
     CheckIsNoInput(arguments.output, {arguments.input});
     CheckAngles(arguments.angles, ViewOfName(arguments.view.view));
     CheckView(arguments.view, OutputKind::Picture);
@@ -81,16 +80,13 @@ void AddSnapshotCommand(CLI::App* app) {
         "snapshot", "Flatten one picture in exactly the size that the library recommends");
     command->option_defaults()->always_capture_default();
     AddPictureInput(command, &arguments->input);
-    AddOutput(command, &arguments->output,
-              "The PNG or JPEG file to write. A dual panorama of odd height has a black "
-              "last row");
+    AddOutput(command, &arguments->output, PictureEndings(),
+              "The file to write. A dual panorama of odd height has a black last row");
     AddView(command, &arguments->view.view)->required();
     AddAngleOptions(command, &arguments->angles);
     AddMount(command, &arguments->view.mount)->required();
     AddViewedLensOptions(command, &arguments->view);
     AddFormat(command, &arguments->view.format);
-    command->footer(
-        "Example:\n  kivfisheye snapshot room.png still.png --mount ceiling --view full --pan 90");
     command->callback([arguments] { TakeSnapshot(*arguments); });
 }
 

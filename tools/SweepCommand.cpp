@@ -243,9 +243,13 @@ void AddSweepCommand(CLI::App* app) {
         "Turn a virtual camera or a panorama evenly from one view of a picture to another");
     command->option_defaults()->always_capture_default();
     AddPictureInput(command, &arguments->input);
-    AddOutput(command, &arguments->output,
-              "The folder for the pictures 0001.png, 0002.png and so on, without older ones that "
-              "would stay, or an .mp4 file");
+    command
+        ->add_option("OUTPUT", arguments->output,
+                     "The folder for the pictures 0001.png, 0002.png and so on, without older ones "
+                     "that would stay, or an .mp4 file")
+        ->required()
+        ->check(FileName("output").description("a folder or {.mp4}"))
+        ->type_name("FILE");
     AddView(command, &arguments->view.view);
     command
         ->add_option("--from", arguments->from,
@@ -262,9 +266,11 @@ void AddSweepCommand(CLI::App* app) {
     command->add_option("--frames", arguments->frames, "Number of views, with the first and last")
         ->required()
         ->transform(WholeNumberIn(1, kMostFrames))
+        ->type_name("COUNT")
         ->default_str("");
     command->add_option("--fps", arguments->frameRate, "Video: views in a second; 25 by default")
-        ->check(NumberIn(0.1, 1000.0));
+        ->check(NumberIn(0.1, 1000.0))
+        ->type_name("RATE");
     AddViewOptions(command, &arguments->view);
     command->callback([arguments] { Sweep(*arguments); });
 }

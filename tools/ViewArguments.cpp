@@ -1,26 +1,16 @@
 #include "ViewArguments.h"
 
+#include <algorithm>
+#include <sstream>
+
 #include "Camera.h"
 #include "Failure.h"
-#include "Numbers.h"
 
 namespace KivFisheyeTools {
 
 namespace {
 
 constexpr std::uint32_t kWidthStep = 8;
-
-std::string WordsFor(KivFisheyeLib::ViewType view) {
-    switch (view) {
-        case KivFisheyeLib::ViewTypeDualPanorama:
-            return "dual panorama";
-        case KivFisheyeLib::ViewTypeFullPanorama:
-            return "full panorama";
-        case KivFisheyeLib::ViewTypeVCam:
-            break;
-    }
-    return "virtual camera";
-}
 
 void CheckSize(const Size& size, OutputKind output) {
     if (size.width % kWidthStep != 0) {
@@ -49,6 +39,30 @@ std::uint32_t BytesPerPixelOf(const ViewArguments& arguments) {
 
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens) {
     return lens.radiusX > 0.0F && lens.radiusY > 0.0F;
+}
+
+std::string WordsFor(KivFisheyeLib::ViewType view) {
+    switch (view) {
+        case KivFisheyeLib::ViewTypeDualPanorama:
+            return "dual panorama";
+        case KivFisheyeLib::ViewTypeFullPanorama:
+            return "full panorama";
+        case KivFisheyeLib::ViewTypeVCam:
+            break;
+    }
+    return "virtual camera";
+}
+
+std::string WordsForRoundLens(const Size& picture) {
+    const bool isWide = picture.width > picture.height;
+    const double longer = std::max(picture.width, picture.height);
+    const double shorter = std::min(picture.width, picture.height);
+    std::ostringstream words;
+    if (shorter < longer) {
+        words << "A round lens as " << (isWide ? "high" : "wide") << " as this picture needs "
+              << (isWide ? "--radius-x " : "--radius-y ") << 0.5 * shorter / longer;
+    }
+    return words.str();
 }
 
 bool IsVirtualCamera(const ViewArguments& arguments) {

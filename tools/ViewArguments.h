@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "Numbers.h"
+
 namespace KivFisheyeTools {
 
 /// A lens that touches the frame's edges.
@@ -21,6 +23,7 @@ struct ViewArguments {
     /// Whether these parts of `lens` were given.
     bool hasWallViewAngle = false;
     bool hasInnerRadius = false;
+    bool hasRadii = false;
 };
 
 /// The bytes of a pixel inside the library.
@@ -28,6 +31,13 @@ std::uint32_t BytesPerPixelOf(const ViewArguments& arguments);
 
 /// Whether the lens image is more than a line; otherwise no output size suits it.
 bool HasExtent(const KivFisheyeLib::DewarpParams& lens);
+
+/// Words such as "A round lens as high as this picture needs --radius-x 0.375", or nothing when the
+/// usual radii make the lens round.
+std::string WordsForRoundLens(const Size& picture);
+
+/// Words such as "full panorama".
+std::string WordsFor(KivFisheyeLib::ViewType view);
 
 bool IsVirtualCamera(const ViewArguments& arguments);
 bool IsWall(const ViewArguments& arguments);

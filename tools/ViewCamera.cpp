@@ -11,18 +11,6 @@ namespace KivFisheyeTools {
 
 namespace {
 
-std::string WordsForPan(const Angles& angles) {
-    std::ostringstream words;
-    words << "pan " << angles.pan;
-    return words.str();
-}
-
-std::string WordsFor(const Angles& angles) {
-    std::ostringstream words;
-    words << WordsForPan(angles) << ", tilt " << angles.tilt << " and zoom " << angles.zoom;
-    return words.str();
-}
-
 bool IsTiltOfMount(KivFisheyeLib::MountType mount, float tilt) {
     return mount == KivFisheyeLib::MountTypeWall ||
            (mount == KivFisheyeLib::MountTypeCeiling ? tilt >= 0.0F : tilt <= 0.0F);
@@ -57,19 +45,24 @@ bool IsSameView(const Angles& asked, const Angles& taken) {
            isNear(double{asked.zoom} - double{taken.zoom});
 }
 
+std::string WordsFor(const ViewArguments& arguments, const Angles& angles) {
+    // A library that turns by whole turns may leave a zero with a sign.
+    std::ostringstream words;
+    words << "pan " << angles.pan + 0.0F;
+    if (IsVirtualCamera(arguments)) {
+        words << ", tilt " << angles.tilt + 0.0F << " and zoom " << angles.zoom;
+    }
+    return words.str();
+}
+
 std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked,
                           const Angles& taken) {
-    const auto words = [](const std::string& limit, const std::string& wish) {
-        return "is limited to " + limit + " instead of " + wish;
-    };
-    const KivFisheyeLib::MountType mount = MountOfName(arguments.mount);
-    if (ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeVCam) {
-        return words(WordsFor(taken), WordsFor(asked)) + ReasonForLimit(mount, asked, taken);
+    const std::string words =
+        "is limited to " + WordsFor(arguments, taken) + " instead of " + WordsFor(arguments, asked);
+    if (IsVirtualCamera(arguments)) {
+        return words + ReasonForLimit(MountOfName(arguments.mount), asked, taken);
     }
-    const std::string reason = mount == KivFisheyeLib::MountTypeWall
-                                   ? "; the panorama of a wall camera does not turn"
-                                   : "";
-    return words(WordsForPan(taken), WordsForPan(asked)) + reason;
+    return words + (IsWall(arguments) ? "; the panorama of a wall camera does not turn" : "");
 }
 
 std::string WordsForRemedy(const ViewArguments& arguments, const Angles& asked) {

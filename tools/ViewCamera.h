@@ -19,8 +19,11 @@ constexpr float kWidestZoomThatTurns = 2.0F;
 /// Whether the library took the angles as they were asked for. Whole turns make no difference.
 bool IsSameView(const Angles& asked, const Angles& taken);
 
+/// Words such as "pan 10, tilt 50 and zoom 3". Of a panorama only the pan counts.
+std::string WordsFor(const ViewArguments& arguments, const Angles& angles);
+
 /// Words such as "is limited to pan 10, tilt 50 and zoom 3 instead of pan 10, tilt 80 and zoom 3",
-/// and the reason where it is known. Of a panorama only the pan counts.
+/// and the reason where it is known.
 std::string WordsForLimit(const ViewArguments& arguments, const Angles& asked, const Angles& taken);
 
 /// Words such as "; --fov 36 is the widest that looks there", or nothing where no zoom does.

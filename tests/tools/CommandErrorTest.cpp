@@ -51,11 +51,17 @@ std::vector<std::string> DewarpOddVideo() {
 }
 
 const std::vector<ErrorCase> kErrorCases = {
-    {"NoCommand", {}, kUsage, "aim, dewarp, info, mesh, outline, scene, sheet, snapshot or sweep"},
+    {"NoCommand",
+     {},
+     kUsage,
+     "aim, dewarp, info, mesh, outline, scene, sheet, snapshot, sweep or help"},
     {"UnknownCommand", {"flatten"}, kUsage, "flatten"},
     {"UnknownOption", Dewarp({"--speed", "3"}), kUsage, "--speed"},
     {"NoInput", {"dewarp"}, kUsage, "INPUT"},
-    {"NoOutput", {"dewarp", "input.png"}, kUsage, "OUTPUT"},
+    {"NoOutput",
+     {"dewarp", "input.png", "--mount", "table", "--view", "full"},
+     kUsage,
+     "OUTPUT is required; only --explain goes without it"},
     {"NoMount", {"dewarp", "input.png", "output.png", "--view", "full"}, kUsage, "--mount"},
     {"NoView", {"dewarp", "input.png", "output.png", "--mount", "table"}, kUsage, "--view"},
     {"UnknownMount", DewarpView("floor", "full"), kUsage, "floor"},

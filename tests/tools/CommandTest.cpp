@@ -2,11 +2,10 @@
 #include <KivFisheyeVersion.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
-#include <sstream>
 #include <utility>
 
+#include "HelpText.h"
 #include "Picture.h"
 #include "PlainPicture.h"
 #include "ToolRun.h"
@@ -18,31 +17,6 @@ namespace {
 const std::vector<std::pair<const char*, const char*>> kViewsOfMounts = {
     {"wall", "vcam"},    {"wall", "full"},  {"ceiling", "vcam"}, {"ceiling", "dual"},
     {"ceiling", "full"}, {"table", "vcam"}, {"table", "dual"},   {"table", "full"}};
-
-std::vector<std::string> Words(const std::string& line) {
-    std::istringstream stream(line);
-    std::vector<std::string> words;
-    for (std::string word; stream >> word;) {
-        words.push_back(word);
-    }
-    return words;
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::istringstream stream(text);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);) {
-        lines.push_back(line);
-    }
-    return lines;
-}
-
-/// What the help says of an option, as far as the next one.
-std::string HelpOn(const std::string& option, const std::string& help) {
-    const std::size_t start = help.find("\n  " + option + ' ');
-    return start == std::string::npos ? ""
-                                      : help.substr(start, help.find("\n  -", start + 1) - start);
-}
 
 /// The words of the line that `info` prints about a mount and view.
 std::vector<std::string> InfoOn(const std::string& mount, const std::string& view,
@@ -65,61 +39,6 @@ TEST(Version, IsThatOfTheHeader) {
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.output, "kivfisheye " KIVFISHEYE_VERSION "\n");
     EXPECT_EQ(run.errors, "");
-}
-
-TEST(Help, NamesEveryCommandAndOption) {
-    const TemporaryFolder folder;
-    const ToolRun all = RunTool(folder, {"--help"});
-    EXPECT_EQ(all.status, 0);
-    for (const char* command : {"dewarp", "info", "scene", "sheet", "sweep"}) {
-        EXPECT_NE(all.output.find(command), std::string::npos) << command;
-        EXPECT_EQ(RunTool(folder, {command, "--help"}).status, 0) << command;
-    }
-    const std::string dewarp = RunTool(folder, {"dewarp", "--help"}).output;
-    for (const char* option :
-         {"--mount", "--view", "--pan", "--tilt", "--zoom", "--size", "--radius-x", "--radius-y",
-          "--wall-view-angle", "--inner-radius", "--format", "--aim", "--fov"}) {
-        EXPECT_NE(dewarp.find(option), std::string::npos) << option;
-    }
-    const std::string sweep = RunTool(folder, {"sweep", "--help"}).output;
-    for (const char* option : {"--mount", "--view", "--from", "--to", "--frames", "--fps", "--size",
-                               "--radius-x", "--radius-y", "--format"}) {
-        EXPECT_NE(sweep.find(option), std::string::npos) << option;
-    }
-}
-
-TEST(Help, SaysWhatAnOptionActsOn) {
-    const TemporaryFolder folder;
-    const std::string help = RunTool(folder, {"dewarp", "--help"}).output;
-    for (const auto& [option, words] :
-         {std::pair("--tilt", "Virtual camera:"), std::pair("--zoom", "Virtual camera:"),
-          std::pair("--aim", "Virtual camera:"), std::pair("--fov", "Virtual camera:"),
-          std::pair("--pan", "ceiling 0 looks to the picture's top and runs clockwise"),
-          std::pair("--pan", "table 0 looks to its bottom and runs anticlockwise"),
-          std::pair("--pan", "wall -90 to 90 with the right positive"),
-          std::pair("--tilt", "Ceiling 0 to 90, table -90 to 0"),
-          std::pair("--wall-view-angle", "Wall panoramas alone:"),
-          std::pair("--wall-view-angle", "need a height of width * angle / 90"),
-          std::pair("--size", "its height even for a video or a dual panorama"),
-          std::pair("--inner-radius", "Ceiling and table panoramas alone:"),
-          std::pair("--radius-x", "0.5 * height / width"),
-          std::pair("--radius-y", "0.5 * width / height"),
-          std::pair("--aim",
-                    "towards its corners it is up to 4 degrees off halfway to the rim, and 25 at "
-                    "the rim"),
-          std::pair("--pan", "clockwise seen from above"),
-          std::pair("--pan", "that of a wall camera does not turn"),
-          std::pair("--view", "which wall cameras have not")}) {
-        EXPECT_NE(HelpOn(option, help).find(words), std::string::npos) << option << " in " << help;
-    }
-}
-
-TEST(Help, SaysWhereASweepOfADualPanoramaJumps) {
-    const TemporaryFolder folder;
-    const std::string help = RunTool(folder, {"sweep", "--help"}).output;
-    EXPECT_NE(HelpOn("--from", help).find("A dual panorama at exactly 180 is that at 0"),
-              std::string::npos)
-        << help;
 }
 
 TEST(Info, TellsVersionAndInstructionSet) {

@@ -168,30 +168,3 @@ TEST(ToolError, ATextThatDoesNotFitOnTheDiskLeavesTheOlderFileAlone) {
         EXPECT_EQ(folder.Names(), before);
     }
 }
-
-TEST(Help, HasExamples) {
-    const TemporaryFolder folder;
-    const std::string all = OutputOfGoodRun(folder, {"--help"});
-    for (const std::string command : {"aim", "mesh", "outline", "snapshot"}) {
-        EXPECT_NE(all.find("\n  " + command + ' '), std::string::npos) << command;
-        const std::string help = OutputOfGoodRun(folder, {command, "--help"});
-        EXPECT_NE(help.find("Example:\n  kivfisheye " + command + ' '), std::string::npos) << help;
-    }
-}
-
-TEST(Help, OffersTheMeshOfPanoramasAlone) {
-    const TemporaryFolder folder;
-    const std::string help = OutputOfGoodRun(folder, {"mesh", "--help"});
-    EXPECT_NE(help.find("--view TEXT:{dual,full}"), std::string::npos) << help;
-    EXPECT_EQ(help.find("vcam"), std::string::npos) << help;
-    EXPECT_EQ(help.find("virtual camera"), std::string::npos) << help;
-}
-
-TEST(Help, TellsWhatHasASurprise) {
-    const TemporaryFolder folder;
-    EXPECT_NE(OutputOfGoodRun(folder, {"aim", "--help"}).find("near the rim need a small one"),
-              std::string::npos);
-    EXPECT_NE(OutputOfGoodRun(folder, {"outline", "--help"})
-                  .find("an inner radius of 0 has no inner outline"),
-              std::string::npos);
-}

@@ -209,6 +209,15 @@ TEST_F(Sweep, DoesNotMixWithPicturesOfAnother) {
     }
 }
 
+TEST_F(Sweep, KeepsThePicturesBeforeOneThatFails) {
+    std::filesystem::create_directories(m_folder.File("views/0003.png"));
+    const ToolRun run =
+        Run("views", {"--from", "0,30,3", "--to", "90,30,3", "--frames", "4", "--size", "8x6"});
+    ExpectOneSentence(run, kFailure, "cannot write views/0003.png: it is not a regular file");
+    EXPECT_EQ(NamesIn("views"), (std::set<std::string>{"0001.png", "0002.png", "0003.png"}));
+    EXPECT_EQ(KivFisheyeTools::ReadPicture(m_folder.File("views/0002.png"), 3).width, 8U);
+}
+
 TEST_F(Sweep, MayGoIntoAFolderWithADot) {
     const std::vector<std::string> options = {"--from",   "0,30,3", "--to",   "90,30,3",
                                               "--frames", "2",      "--size", "8x6"};

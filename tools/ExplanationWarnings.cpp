@@ -1,0 +1,100 @@
+#include "Explanation.h"
+#include "RoundedNumbers.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+using Warnings = std::vector<std::string>;
+
+void WarnOfRadii(const ViewFacts& facts, Warnings* warnings) {
+    constexpr double kFromCentreToEdge = 0.5;
+    constexpr double kHalfAPixel = 0.5;
+    const auto warn = [&](double radius, double side, const char* edges) {
+        const double beyond = (radius - kFromCentreToEdge) * side;
+        if (beyond >= kHalfAPixel) {
+            warnings->push_back("the lens reaches " + Rounded(beyond, 0) +
+                                " pixels beyond the frame, which crops it at its " + edges);
+        }
+    };
+    warn(facts.lens.radiusX, facts.input.width, "left and right");
+    warn(facts.lens.radiusY, facts.input.height, "top and bottom");
+    if (!HasExtent(facts.view.lens)) {
+        warnings->emplace_back(
+            "the lens has no extent, so that the output shows one line or point");
+    }
+    const std::string hint = WordsForRoundLens(facts.input);
+    if (!facts.view.hasRadii && !hint.empty()) {
+        warnings->push_back("the lens is taken for an ellipse. " + hint);
+    }
+}
+
+bool IsDual(const ViewFacts& facts) {
+    return ViewOfName(facts.view.view) == KivFisheyeLib::ViewTypeDualPanorama;
+}
+
+/// The halves are equally high, which may leave a row over.
+bool HasRowLeftOver(const ViewFacts& facts) {
+    return IsDual(facts) && facts.output.height % 2 != 0;
+}
+
+void WarnOfTheDualPanorama(const ViewFacts& facts, Warnings* warnings) {
+    constexpr float kHalfTurn = 180.0F;
+    if (IsDual(facts) && facts.taken.pan == kHalfTurn) {
+        warnings->emplace_back("a dual panorama at a pan of exactly 180 is that at 0");
+    }
+    if (HasRowLeftOver(facts)) {
+        warnings->emplace_back(
+            "the last row of a dual panorama stays black when its height is odd");
+    }
+}
+
+/// Where even the densest line has less than a source pixel for each of its own. Places are whole
+/// pixels, so a little less may be as many.
+bool IsUpsampled(const std::optional<Range>& steps) {
+    constexpr double kAboutOne = 0.95;
+    return steps && steps->most < kAboutOne;
+}
+
+void WarnOfUpsampling(const SourceUse& use, Warnings* warnings) {
+    std::vector<std::string> directions;
+    const auto note = [&](const std::optional<Range>& steps, const char* direction) {
+        if (IsUpsampled(steps)) {
+            directions.push_back(Rounded(steps->most, 2) + " source pixels " + direction);
+        }
+    };
+    note(use.across, "across");
+    note(use.down, "down");
+    if (!directions.empty()) {
+        warnings->push_back(
+            "the output upsamples the source: for each of its pixels there are at "
+            "most " +
+            Listed(directions, "and") + ", so that they are shown several times");
+    }
+}
+
+void WarnOfBlack(const ViewFacts& facts, Warnings* warnings) {
+    const std::uint64_t whole = facts.use.outputPixels;
+    const std::uint64_t black =
+        whole - facts.use.shown - (HasRowLeftOver(facts) ? facts.output.width : 0);
+    if (4 * black > whole) {
+        warnings->push_back(Percentage(black, whole) +
+                            " of the output stays black, because it lies outside the lens or the "
+                            "frame");
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> WarningsAbout(const ViewFacts& facts) {
+    Warnings warnings = facts.notesOnAngles;
+    WarnOfRadii(facts, &warnings);
+    WarnOfTheDualPanorama(facts, &warnings);
+    if (HasExtent(facts.view.lens)) {
+        WarnOfUpsampling(facts.use, &warnings);
+    }
+    WarnOfBlack(facts, &warnings);
+    return warnings;
+}
+
+}  // namespace KivFisheyeTools

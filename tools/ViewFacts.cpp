@@ -1,0 +1,126 @@
+#include "ViewFacts.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "VideoReader.h"
+
+namespace KivFisheyeTools {
+
+namespace {
+
+/// The first and the last but one of some rows.
+struct Rows {
+    std::uint32_t begin;
+    std::uint32_t end;
+};
+
+LensPoint PointAt(const Lens& lens, const Place& place) {
+    return lens.PointAt(place.x - 0.5, place.y - 0.5);
+}
+
+double RadiusOf(const LensPoint& point) {
+    return std::hypot(point.right, point.up);
+}
+
+std::optional<double> MeanRadius(const SourceMap& map, const Lens& lens, std::uint32_t row) {
+    double sum = 0.0;
+    std::uint32_t count = 0;
+    for (std::uint32_t column = 0; column < map.Output().width; ++column) {
+        if (const std::optional<Place> place = map.PlaceAt(column, row)) {
+            sum += RadiusOf(PointAt(lens, *place));
+            ++count;
+        }
+    }
+    return count > 0 ? std::optional(sum / count) : std::nullopt;
+}
+
+std::optional<double> BearingOfLeftEdge(const SourceMap& map, const Lens& lens, const Rows& rows) {
+    std::optional<LensPoint> outermost;
+    for (std::uint32_t row = rows.begin; row < rows.end; ++row) {
+        if (const std::optional<Place> place = map.PlaceAt(0, row)) {
+            const LensPoint point = PointAt(lens, *place);
+            outermost = outermost && RadiusOf(*outermost) >= RadiusOf(point) ? outermost : point;
+        }
+    }
+    if (!outermost) {
+        return std::nullopt;
+    }
+    const double bearing = Degrees(std::atan2(outermost->right, outermost->up));
+    return bearing < 0.0 ? bearing + 360.0 : bearing;
+}
+
+std::optional<Place> MiddleOf(const SourceMap& map) {
+    const Size output = map.Output();
+    Place sum{0.0, 0.0};
+    int count = 0;
+    // A side with an even number of pixels has two in its middle.
+    for (const std::uint32_t row : {(output.height - 1) / 2, output.height / 2}) {
+        for (const std::uint32_t column : {(output.width - 1) / 2, output.width / 2}) {
+            if (const std::optional<Place> place = map.PlaceAt(column, row)) {
+                sum = {sum.x + place->x, sum.y + place->y};
+                ++count;
+            }
+        }
+    }
+    return count > 0 ? std::optional(Place{sum.x / count, sum.y / count}) : std::nullopt;
+}
+
+std::vector<PartFacts> PartsOf(const SourceMap& map, const Lens& lens, std::uint32_t count) {
+    const std::uint32_t height = map.Output().height / count;
+    std::vector<PartFacts> parts;
+    for (std::uint32_t i = 0; height > 0 && i < count; ++i) {
+        const Rows rows{i * height, (i + 1) * height};
+        parts.push_back({BearingOfLeftEdge(map, lens, rows), MeanRadius(map, lens, rows.begin),
+                         MeanRadius(map, lens, rows.end - 1)});
+    }
+    return parts;
+}
+
+/// The map is made of all four bytes of a pixel.
+ViewArguments WithNumbers(ViewArguments view) {
+    view.format = "rgb32";
+    return view;
+}
+
+}  // namespace
+
+ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, OutputKind output,
+                  VideoReader* reader) {
+    ViewFacts facts{};
+    facts.view = view;
+    facts.input = {reader->Width(), reader->Height()};
+    facts.lens = {facts.input.width, facts.input.height, view.lens.radiusX, view.lens.radiusY};
+    Flattener flattener(WithNumbers(view), facts.input, output);
+    facts.output = {flattener.Output().width, flattener.Output().height};
+    Expect(
+        flattener->GetRecommendOutputVideoSize(&facts.recommended.width, &facts.recommended.height),
+        "the library recommends no output size for this picture");
+    facts.asked = AskedAngles(angles, flattener);
+    facts.taken = flattener.Turn(facts.asked);
+    facts.notesOnAngles = NotesOnAngles(angles, view, facts.asked, facts.taken);
+    // A damaged picture fails here as it would when it is flattened.
+    reader->Read(flattener.Input());
+    NumberPixels(flattener.Input());
+    flattener.Flatten();
+    const SourceMap map(flattener.Output(), facts.input);
+    const bool isDual = ViewOfName(view.view) == KivFisheyeLib::ViewTypeDualPanorama;
+    facts.use = MeasureUse(map, facts.lens, isDual ? 2 : 1);
+    facts.parts = PartsOf(map, facts.lens, isDual ? 2 : 1);
+    facts.middle = MiddleOf(map);
+    return facts;
+}
+
+double DegreesDown(double zoom) {
+    return zoom < 2.0 ? 180.0 - 90.0 * (zoom - 1.0) : 90.0 - 10.0 * (zoom - 2.0);
+}
+
+double DegreesAcross(double zoom, const Size& output) {
+    const double aspect = static_cast<double>(output.width) / output.height;
+    // A wide view looks through a rectangle 90 degrees high, and sees a multiple of every angle.
+    const double multiple = zoom < 2.0 ? 3.0 - zoom : 1.0;
+    const double halfHeight = Radians(DegreesDown(zoom) / multiple / 2.0);
+    return std::min(180.0, 2.0 * multiple * Degrees(std::atan(aspect * std::tan(halfHeight))));
+}
+
+}  // namespace KivFisheyeTools
