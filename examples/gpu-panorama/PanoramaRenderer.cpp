@@ -5,31 +5,12 @@
 #include <GL/glext.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <stdexcept>
-#include <string>
+
+#include "PanoramaProgram.h"
 
 namespace {
-
-// The lens ellipse is the client's to fit: a vertex's lens point becomes a place in the frame here.
-constexpr char kVertexShader[] = R"(#version 330 core
-layout(location = 0) in vec2 position;
-layout(location = 1) in vec2 lensPoint;
-uniform vec2 radius;
-out vec2 framePoint;
-void main() {
-    framePoint = 0.5 + 2.0 * radius * lensPoint;
-    gl_Position = vec4(position, 0.0, 1.0);
-}
-)";
-
-constexpr char kFragmentShader[] = R"(#version 330 core
-in vec2 framePoint;
-uniform sampler2D fisheye;
-out vec4 color;
-void main() {
-    color = texture(fisheye, framePoint);
-}
-)";
 
 /// OpenGL's names of things, given back when this goes.
 class Names {
@@ -39,10 +20,8 @@ public:
         glGenBuffers(3, buffers);
         glGenTextures(2, textures);
         glGenFramebuffers(1, &framebuffer);
-        program = glCreateProgram();
     }
     ~Names() {
-        glDeleteProgram(program);
         glDeleteFramebuffers(1, &framebuffer);
         glDeleteTextures(2, textures);
         glDeleteBuffers(3, buffers);
@@ -55,29 +34,7 @@ public:
     GLuint buffers[3] = {};
     GLuint textures[2] = {};
     GLuint framebuffer = 0;
-    GLuint program = 0;
 };
-
-void AddShader(GLuint program, GLenum kind, const char* text) {
-    const GLuint shader = glCreateShader(kind);
-    glShaderSource(shader, 1, &text, nullptr);
-    glCompileShader(shader);
-    glAttachShader(program, shader);
-    glDeleteShader(shader);
-}
-
-void UseProgram(GLuint program, const KivFisheyeLib::DewarpParams& lens) {
-    AddShader(program, GL_VERTEX_SHADER, kVertexShader);
-    AddShader(program, GL_FRAGMENT_SHADER, kFragmentShader);
-    glLinkProgram(program);
-    GLint linked = GL_FALSE;
-    glGetProgramiv(program, GL_LINK_STATUS, &linked);
-    if (linked != GL_TRUE) {
-        throw std::runtime_error("OpenGL does not take the shaders");
-    }
-    glUseProgram(program);
-    glUniform2f(glGetUniformLocation(program, "radius"), lens.radiusX, lens.radiusY);
-}
 
 template <class T>
 void Fill(GLenum target, GLuint buffer, const std::vector<T>& values) {
@@ -101,8 +58,7 @@ void UseMesh(const Names& names, const PanoramaMesh& mesh) {
 /// does.
 void MakeTexture(GLuint texture, int width, int height, const unsigned char* pixels) {
     glBindTexture(GL_TEXTURE_2D, texture);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB8, width, height, 0, GL_RGB, GL_UNSIGNED_BYTE, pixels);
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
@@ -111,13 +67,10 @@ void MakeTexture(GLuint texture, int width, int height, const unsigned char* pix
 
 /// What was drawn; OpenGL's rows run from the bottom.
 Picture ReadBack(int width, int height) {
-    const std::size_t rowBytes = std::size_t{3} * static_cast<std::size_t>(width);
-    Picture picture{width, height,
-                    std::vector<unsigned char>(rowBytes * static_cast<std::size_t>(height))};
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    Picture picture(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height));
     for (int row = 0; row < height; ++row) {
-        glReadPixels(0, height - 1 - row, width, 1, GL_RGB, GL_UNSIGNED_BYTE,
-                     picture.pixels.data() + rowBytes * static_cast<std::size_t>(row));
+        glReadPixels(0, height - 1 - row, width, 1, GL_RGBA, GL_UNSIGNED_BYTE,
+                     picture.At(0, static_cast<std::uint32_t>(row)));
     }
     return picture;
 }
@@ -135,8 +88,9 @@ Picture RenderPanorama(const Picture& fisheye, const PanoramaView& view, int wid
     if (glCheckFramebufferStatus(GL_FRAMEBUFFER) != GL_FRAMEBUFFER_COMPLETE) {
         throw std::runtime_error("OpenGL cannot draw a picture of this size");
     }
-    MakeTexture(names.textures[1], fisheye.width, fisheye.height, fisheye.pixels.data());
-    UseProgram(names.program, view.lens);
+    MakeTexture(names.textures[1], static_cast<int>(fisheye.width),
+                static_cast<int>(fisheye.height), fisheye.pixels.data());
+    const PanoramaProgram program(view.lens);
     UseMesh(names, mesh);
 
     glViewport(0, 0, width, height);

@@ -3,7 +3,7 @@
 #include <UpwardFisheyeAlgo.h>
 #include <gtest/gtest.h>
 
-#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ using namespace KivFisheyeLib;
 
 namespace {
 
-constexpr int kBytes = 3;
+constexpr int kBytes = 4;
 
 struct Scene {
     const char* name;
@@ -76,14 +76,13 @@ void Convert(const Scene& scene, float shape, const unsigned char* src, unsigned
 
 Picture OfProcessor(const Scene& scene) {
     const std::vector<unsigned char> src = SourceOf(scene);
-    Picture picture{
-        scene.width, scene.height,
-        std::vector<unsigned char>(static_cast<std::size_t>(scene.width * scene.height * kBytes))};
+    Picture picture(static_cast<std::uint32_t>(scene.width),
+                    static_cast<std::uint32_t>(scene.height));
     const auto unturned = [](auto& converter, const unsigned char* from, unsigned char* to) {
-        converter.CvtRGB24(0.0F, from, to);
+        converter.CvtRGB32(0.0F, from, to);
     };
     const auto unturnable = [](auto& converter, const unsigned char* from, unsigned char* to) {
-        converter.CvtRGB24(from, to);
+        converter.CvtRGB32(from, to);
     };
     const bool isDual = scene.view == ViewTypeDualPanorama;
     const float inner = scene.lens.innerRadiusRatio;
@@ -108,12 +107,14 @@ Picture OfProcessor(const Scene& scene) {
 Picture OfGraphics(const Scene& scene, int columns, int rows) {
     const OffscreenContext context;
     const PanoramaView view{scene.mount, scene.view, scene.lens, columns, rows};
-    return RenderPanorama({scene.srcWidth, scene.srcHeight, SourceOf(scene)}, view, scene.width,
-                          scene.height);
+    Picture source(static_cast<std::uint32_t>(scene.srcWidth),
+                   static_cast<std::uint32_t>(scene.srcHeight));
+    source.pixels = SourceOf(scene);
+    return RenderPanorama(source, view, scene.width, scene.height);
 }
 
 std::optional<PixelPlace> PlaceAt(const Picture& picture, int x, int y) {
-    return PlaceIn(picture.pixels.data() + (std::ptrdiff_t{y} * picture.width + x) * kBytes,
+    return PlaceIn(picture.At(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)),
                    kBytes);
 }
 

@@ -1,5 +1,5 @@
-#ifndef GPU_PANORAMA_PNG_H
-#define GPU_PANORAMA_PNG_H
+#ifndef EXAMPLES_PNG_H
+#define EXAMPLES_PNG_H
 
 #include <string>
 
@@ -8,6 +8,7 @@
 // Both functions throw `std::runtime_error`.
 
 Picture ReadPng(const std::string& path);
+/// Leaves no half of a file behind.
 void WritePng(const std::string& path, const Picture& picture);
 
 #endif

@@ -1,0 +1,31 @@
+#include "ExampleFolder.h"
+
+#include <Png.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+std::string PathOfExample(const std::string& name) {
+    return std::string(KIVFISHEYE_EXAMPLE_PROGRAMS) + '/' + name;
+}
+
+void ExpectOneSentence(const std::string& name, const ProgramRun& run, int status,
+                       const std::string& words) {
+    EXPECT_EQ(run.status, status) << run.errors;
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors.rfind(name + ": ", 0), 0U) << run.errors;
+    EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
+    EXPECT_NE(run.errors.find(words), std::string::npos) << run.errors;
+}
+
+ExampleFolder::ExampleFolder(const Picture& fisheye) {
+    WritePng(Fisheye(), fisheye);
+}
+
+std::string ExampleFolder::OutputOf(const std::string& name,
+                                    const std::vector<std::string>& arguments) const {
+    const ProgramRun run = RunProgram(PathOfExample(name), arguments);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.errors, "");
+    return run.output;
+}
