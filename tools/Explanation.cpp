@@ -1,5 +1,6 @@
 #include "Explanation.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "RoundedNumbers.h"

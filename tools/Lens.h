@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_TOOLS_LENS_H
 #define KIVFISHEYE_TOOLS_LENS_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 
 #include <cstdint>
 

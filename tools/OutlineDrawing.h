@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_TOOLS_OUTLINE_DRAWING_H
 #define KIVFISHEYE_TOOLS_OUTLINE_DRAWING_H
 
-#include <string>
+#include <cstdint>
 #include <vector>
 
 #include "Color.h"

@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_TOOLS_VIEW_ARGUMENTS_H
 #define KIVFISHEYE_TOOLS_VIEW_ARGUMENTS_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 
 #include <cstdint>
 #include <string>

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Flattener.h"
 #include "VideoReader.h"
 
 namespace KivFisheyeTools {

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "AngleArguments.h"
-#include "Flattener.h"
 #include "Lens.h"
 #include "SourceUse.h"
+#include "ViewArguments.h"
 
 namespace KivFisheyeTools {
 

@@ -182,8 +182,8 @@ draw_mistakes() {
   sheet wide-frame 1 'the frame,radius-x 0.5: wrong,radius-x 0.28125: right' \
     wide.png bad-full.png good-full.png
 
-  marked corner-marked.png ceiling vcam --pan 45 --tilt 50 --zoom 3 --size 1024x480
-  flat corner.png ceiling vcam --pan 45 --tilt 50 --zoom 3 --size 1024x480
+  marked corner-marked.png wall vcam --pan 35 --tilt 35 --zoom 3 --size 640x480
+  flat corner.png wall vcam --pan 35 --tilt 35 --zoom 3 --size 640x480
   sheet black-corners 2 'what is shown,beyond the rim it is black' corner-marked.png corner.png
 }
 

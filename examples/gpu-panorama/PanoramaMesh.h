@@ -1,7 +1,7 @@
 #ifndef GPU_PANORAMA_PANORAMA_MESH_H
 #define GPU_PANORAMA_PANORAMA_MESH_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 
 #include <cstdint>
 #include <vector>

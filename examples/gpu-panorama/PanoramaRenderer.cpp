@@ -4,7 +4,6 @@
 #include <GL/gl.h>
 #include <GL/glext.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 

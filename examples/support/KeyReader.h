@@ -5,7 +5,6 @@
 #include <csignal>
 #include <cstddef>
 #include <optional>
-#include <string>
 
 /// What the user did.
 struct Key {

@@ -29,7 +29,7 @@ int OpenTerminal() {
     return user;
 }
 
-/// Starts a program in a terminal. It leads no session: with its leader a terminal loses its mode.
+/// Starts a program in a terminal, which loses its mode when its leader ends: so this is none.
 pid_t StartIn(const char* terminal, const std::string& errors, std::vector<std::string> words) {
     std::vector<char*> pointers;
     for (std::string& word : words) {

@@ -1,4 +1,3 @@
-#include <Png.h>
 #include <gtest/gtest.h>
 
 #include <csignal>

@@ -1,3 +1,4 @@
+#include <KivFisheyeLib.h>
 #include <Png.h>
 #include <gtest/gtest.h>
 

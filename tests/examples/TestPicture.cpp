@@ -1,5 +1,6 @@
 #include "TestPicture.h"
 
+#include <KivFisheyeLib.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

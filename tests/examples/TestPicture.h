@@ -1,12 +1,11 @@
 #ifndef KIVFISHEYE_TESTS_TEST_PICTURE_H
 #define KIVFISHEYE_TESTS_TEST_PICTURE_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 #include <Picture.h>
 
 #include <array>
 #include <cstdint>
-#include <ostream>
 
 using Color = std::array<int, 3>;
 

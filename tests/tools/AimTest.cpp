@@ -5,6 +5,7 @@
 
 #include "GoodRun.h"
 #include "PlainPicture.h"
+#include "ToolRun.h"
 
 using namespace KivFisheyeLib;
 

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "ExplainedRun.h"
-#include "HelpText.h"
+#include "GoodRun.h"
 #include "LibraryView.h"
 #include "PlainPicture.h"
 #include "ToolError.h"

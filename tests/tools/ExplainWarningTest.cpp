@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "ExplainedRun.h"
+#include "GoodRun.h"
 #include "PlainPicture.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "GoodRun.h"
 #include "HelpText.h"
 
 ExplainedRun::ExplainedRun(const TemporaryFolder& folder, const std::vector<std::string>& words)

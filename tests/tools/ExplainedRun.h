@@ -1,7 +1,10 @@
 #ifndef KIVFISHEYE_TESTS_EXPLAINED_RUN_H
 #define KIVFISHEYE_TESTS_EXPLAINED_RUN_H
 
-#include "GoodRun.h"
+#include <string>
+#include <vector>
+
+#include "TemporaryFolder.h"
 
 /// What `dewarp --explain` tells of a view, taken apart. The first word is the input.
 class ExplainedRun {

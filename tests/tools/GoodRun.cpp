@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "ToolRun.h"
+
 std::vector<std::string> Joined(std::vector<std::string> words,
                                 const std::vector<std::string>& more) {
     words.insert(words.end(), more.begin(), more.end());

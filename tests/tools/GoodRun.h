@@ -1,7 +1,10 @@
 #ifndef KIVFISHEYE_TESTS_GOOD_RUN_H
 #define KIVFISHEYE_TESTS_GOOD_RUN_H
 
-#include "ToolRun.h"
+#include <string>
+#include <vector>
+
+#include "TemporaryFolder.h"
 
 /// One list of words behind the other.
 std::vector<std::string> Joined(std::vector<std::string> words,

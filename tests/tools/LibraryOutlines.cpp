@@ -1,5 +1,6 @@
 #include "LibraryOutlines.h"
 
+#include <KivFisheyeLib.h>
 #include <gtest/gtest.h>
 
 #include <cmath>

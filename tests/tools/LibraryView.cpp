@@ -1,5 +1,6 @@
 #include "LibraryView.h"
 
+#include <KivFisheyeLib.h>
 #include <gtest/gtest.h>
 
 using KivFisheyeTools::Picture;

@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_TESTS_LIBRARY_VIEW_H
 #define KIVFISHEYE_TESTS_LIBRARY_VIEW_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 
 #include "Picture.h"
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "Flattener.h"
+#include "ViewArguments.h"
+#include "ViewCamera.h"
 
 using KivFisheyeTools::Angles;
 using KivFisheyeTools::IsSameView;

@@ -6,6 +6,7 @@
 #include "GoodRun.h"
 #include "LibraryOutlines.h"
 #include "Picture.h"
+#include "ToolRun.h"
 
 using KivFisheyeTools::Picture;
 using namespace KivFisheyeLib;

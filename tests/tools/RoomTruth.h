@@ -1,7 +1,7 @@
 #ifndef KIVFISHEYE_TESTS_ROOM_TRUTH_H
 #define KIVFISHEYE_TESTS_ROOM_TRUTH_H
 
-#include <KivFisheyeLib.h>
+#include <KivFisheyeTypes.h>
 
 #include <functional>
 

@@ -4,6 +4,7 @@
 
 #include "GoodRun.h"
 #include "Picture.h"
+#include "ToolRun.h"
 
 using KivFisheyeTools::Picture;
 
