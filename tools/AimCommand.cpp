@@ -16,13 +16,17 @@ struct AimArguments {
 };
 
 /// The angles that look at the point, even where the library would limit them: they then look there
-/// again when more zoom is given. That they are limited is said beside them.
+/// again when more zoom is given. That they would be limited is said beside them.
 void PrintAim(const AimArguments& arguments) {
     CheckAngles(arguments.angles, KivFisheyeLib::ViewTypeVCam, "POINT");
     Progress progress;
     const ViewCamera camera(arguments.view);
     const Angles asked = AskedAngles(arguments.angles, camera);
-    Turn(arguments.angles, arguments.view, camera, &progress);
+    for (const std::string& note : NotesOnAngles(arguments.angles, arguments.view, asked,
+                                                 camera.Turn(asked), "a view with these angles")) {
+        progress.Say(note);
+    }
+    // Every digit of the floats, so that these angles give the very picture that --aim gives.
     std::cout << DigitsOf(asked.pan) << ' ' << DigitsOf(asked.tilt) << ' ' << DigitsOf(asked.zoom)
               << '\n';
 }

@@ -66,14 +66,15 @@ Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera) {
 }
 
 std::vector<std::string> NotesOnAngles(const AngleArguments& arguments, const ViewArguments& view,
-                                       const Angles& asked, const Angles& taken) {
+                                       const Angles& asked, const Angles& taken,
+                                       const std::string& subject) {
     std::vector<std::string> notes;
     const bool isOutside = IsAimedOutsideTheLens(arguments, view.lens);
     if (isOutside) {
         notes.emplace_back("the point lies outside the lens image");
     }
     if (!IsSameView(asked, taken)) {
-        notes.push_back("the view " + WordsForLimit(view, asked, taken) +
+        notes.push_back(subject + " " + WordsForLimit(view, asked, taken) +
                         (isOutside ? "" : WordsForRemedy(view, asked)));
     }
     return notes;

@@ -30,8 +30,10 @@ void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
 Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera);
 
 /// Sentences about what the library did not take, and about a point outside the lens image.
+/// `subject` is what they call the view.
 std::vector<std::string> NotesOnAngles(const AngleArguments& arguments, const ViewArguments& view,
-                                       const Angles& asked, const Angles& taken);
+                                       const Angles& asked, const Angles& taken,
+                                       const std::string& subject = "the view");
 
 /// Turns the camera, says what the library did not take and when the point lies outside the lens
 /// image, and gives the angles that the library took.

@@ -113,7 +113,8 @@ void AddDewarpCommand(CLI::App* app) {
     AddViewOptions(command, &arguments->view);
     command->add_flag("--explain", arguments->isExplained,
                       "Tell in words and numbers what the command would show, and write nothing; "
-                      "OUTPUT may then be left out");
+                      "OUTPUT may then be left out. Places are counted in pixels from the frame's "
+                      "top left corner, so that the centre of 1024 pixels is 512");
     command->callback([arguments, command] {
         arguments->view.hasRadii = HasRadii(*command);
         CheckUsage(*arguments);

@@ -49,8 +49,8 @@ void WarnOfTheDualPanorama(const ViewFacts& facts, Warnings* warnings) {
     }
 }
 
-/// Where even the densest line has less than a source pixel for each of its own. Places are whole
-/// pixels, so a little less may be as many.
+/// Where even the densest span has less than a source pixel for each of its own. A few hundredths less
+/// are hardly to be seen.
 bool IsUpsampled(const std::optional<Range>& steps) {
     constexpr double kAboutOne = 0.95;
     return steps && steps->most < kAboutOne;

@@ -26,13 +26,16 @@ int Complain(std::string sentence, int status) {
     return status;
 }
 
+bool IsOption(const std::string& word) {
+    return word.size() > 1 && word[0] == '-';
+}
+
 /// What the command does not take, in the order given, and which commands take its first option.
 std::string ComplaintAboutExtras(const CLI::App& app, const std::string& command) {
     const std::vector<std::string> extras = app.remaining(true);
-    const std::string by = command == app.get_name() ? "" : " by " + command;
+    const std::string by = command.empty() ? "" : " by " + command;
     std::string complaint = "not expected" + by + ": " + CLI::detail::join(extras, " ");
-    const auto isOption = [](const std::string& word) { return word.rfind("--", 0) == 0; };
-    const auto found = std::find_if(extras.begin(), extras.end(), isOption);
+    const auto found = std::find_if(extras.begin(), extras.end(), IsOption);
     if (found == extras.end()) {
         return complaint;
     }
@@ -47,6 +50,23 @@ std::string ComplaintAboutExtras(const CLI::App& app, const std::string& command
                           : complaint + "; " + option + " goes with " + Listed(takers, "and");
 }
 
+/// What is wrong with words that nothing takes.
+std::string ComplaintAboutWords(const CLI::App& app) {
+    const std::vector<std::string> beforeCommand = app.remaining(false);
+    if (!beforeCommand.empty() && !IsOption(beforeCommand.front())) {
+        return "there is no command '" + beforeCommand.front() + "'; the commands are " +
+               Listed(CommandNames(app), "and");
+    }
+    const std::vector<CLI::App*> commands = app.get_subcommands();
+    return ComplaintAboutExtras(app, commands.empty() ? "" : commands.front()->get_name());
+}
+
+/// Whether a command or an option was given that there is not.
+bool HasUnknownName(const CLI::App& app) {
+    const std::vector<std::string> extras = app.remaining(true);
+    return !app.remaining(false).empty() || std::any_of(extras.begin(), extras.end(), IsOption);
+}
+
 int Run(int argc, char** argv) {
     CommandLine app;
     try {
@@ -54,8 +74,11 @@ int Run(int argc, char** argv) {
         if (app.get_subcommands().empty()) {
             throw UsageError("what to do is missing: " + Listed(CommandNames(app), "or"));
         }
-    } catch (const CLI::ExtrasError& error) {
-        return Complain(ComplaintAboutExtras(app, error.get_name()), kUsage);
+    } catch (const CLI::ExtrasError&) {
+        return Complain(ComplaintAboutWords(app), kUsage);
+    } catch (const CLI::RequiredError& error) {
+        // Whoever misspells a name wants to hear of that before what is then missing.
+        return Complain(HasUnknownName(app) ? ComplaintAboutWords(app) : error.what(), kUsage);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
             return Complain(error.what(), kUsage);

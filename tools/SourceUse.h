@@ -3,10 +3,11 @@
 
 #include "Lens.h"
 #include "SourceMap.h"
+#include "SourcePlaces.h"
 
 namespace KivFisheyeTools {
 
-/// Averages over single rows or columns of a view: the least and the most of them, and that of all.
+/// What short spans of a view have: the least and the most of them, and the mean of all.
 struct Range {
     double least;
     double mean;
@@ -22,14 +23,16 @@ struct SourceUse {
     /// Pixels of the frame that lie in the lens image, and those of them that appear.
     std::uint64_t lensPixels;
     std::uint64_t lensShown;
-    /// Source pixels between neighbours in a row and in a column; nothing where none are beside each
-    /// other.
+    /// Source pixels for each output pixel of spans along rows and along columns; nothing where no
+    /// span has both its ends in the lens image.
     std::optional<Range> across;
     std::optional<Range> down;
 };
 
-/// `parts` is the number of pictures, equally high, that stand one above the other in the view.
-SourceUse MeasureUse(const SourceMap& map, const Lens& lens, std::uint32_t parts);
+/// `places` are those of the same view. `parts` is the number of pictures, equally high, that stand
+/// one above the other in it.
+SourceUse MeasureUse(const SourceMap& map, const SourcePlaces& places, const Lens& lens,
+                     std::uint32_t parts);
 
 }  // namespace KivFisheyeTools
 

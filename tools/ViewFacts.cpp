@@ -84,6 +84,26 @@ ViewArguments WithNumbers(ViewArguments view) {
     return view;
 }
 
+void FlattenNumbers(const Angles& angles, Flattener* flattener) {
+    flattener->Turn(angles);
+    NumberPixels(flattener->Input());
+    flattener->Flatten();
+}
+
+SourceUse UseOf(const SourceMap& map, const ViewFacts& facts, std::uint32_t parts) {
+    ViewArguments view = WithNumbers(facts.view);
+    view.size = WordsFor(map.Output());
+    constexpr Size kWide{kMaximumSide, 2};
+    constexpr Size kHigh{2, kMaximumSide};
+    Flattener wide(view, kWide, OutputKind::Picture);
+    Flattener high(view, kHigh, OutputKind::Picture);
+    FlattenNumbers(facts.asked, &wide);
+    FlattenNumbers(facts.asked, &high);
+    const SourceMap wideMap(wide.Output(), kWide);
+    const SourceMap highMap(high.Output(), kHigh);
+    return MeasureUse(map, SourcePlaces(wideMap, highMap, facts.input), facts.lens, parts);
+}
+
 }  // namespace
 
 ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, OutputKind output,
@@ -106,7 +126,7 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
     flattener.Flatten();
     const SourceMap map(flattener.Output(), facts.input);
     const bool isDual = ViewOfName(view.view) == KivFisheyeLib::ViewTypeDualPanorama;
-    facts.use = MeasureUse(map, facts.lens, isDual ? 2 : 1);
+    facts.use = UseOf(map, facts, isDual ? 2 : 1);
     facts.parts = PartsOf(map, facts.lens, isDual ? 2 : 1);
     facts.middle = MiddleOf(map);
     return facts;

@@ -142,6 +142,7 @@ TEST(Help, SaysWhatAnOptionActsOn) {
                     "the rim"),
           std::pair("--pan", "clockwise seen from above"),
           std::pair("--pan", "that of a wall camera does not turn"),
+          std::pair("--explain", "the centre of 1024 pixels is 512"),
           std::pair("--view", "which wall cameras have not")}) {
         EXPECT_NE(HelpOn(option, help).find(words), std::string::npos) << option << " in " << help;
     }

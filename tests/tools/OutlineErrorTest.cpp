@@ -107,7 +107,7 @@ const std::vector<ErrorCase> kOtherCases = {
      "not expected by mesh: --roll=3 --yaw\n"},
     {"MeshInTwoFiles", Mesh({"second.obj", "third.obj", "--view", "full"}), kUsage,
      "not expected by mesh: second.obj third.obj\n"},
-    {"CommandOfNobody", {"dance", "input.png"}, kUsage, "not expected: dance input.png\n"},
+    {"CommandOfNobody", {"dance", "input.png"}, kUsage, "there is no command 'dance'; "},
     {"OptionBeforeTheCommand",
      {"--zoom=3"},
      kUsage,
