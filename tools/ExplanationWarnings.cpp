@@ -29,18 +29,14 @@ void WarnOfRadii(const ViewFacts& facts, Warnings* warnings) {
     }
 }
 
-bool IsDual(const ViewFacts& facts) {
-    return ViewOfName(facts.view.view) == KivFisheyeLib::ViewTypeDualPanorama;
-}
-
 /// The halves are equally high, which may leave a row over.
 bool HasRowLeftOver(const ViewFacts& facts) {
-    return IsDual(facts) && facts.output.height % 2 != 0;
+    return IsDualPanorama(facts.view) && facts.output.height % 2 != 0;
 }
 
 void WarnOfTheDualPanorama(const ViewFacts& facts, Warnings* warnings) {
     constexpr float kHalfTurn = 180.0F;
-    if (IsDual(facts) && facts.taken.pan == kHalfTurn) {
+    if (IsDualPanorama(facts.view) && facts.taken.pan == kHalfTurn) {
         warnings->emplace_back("a dual panorama at a pan of exactly 180 is that at 0");
     }
     if (HasRowLeftOver(facts)) {

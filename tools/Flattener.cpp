@@ -17,8 +17,7 @@ Size OutputSize(const ViewCamera& camera, const ViewArguments& arguments, Output
         throw Failure("the lens image is too small for any output size; give one with --size");
     }
     // The halves of a dual panorama are equally high: a last odd row would stay black.
-    const bool needsEvenHeight = output == OutputKind::Video ||
-                                 ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeDualPanorama;
+    const bool needsEvenHeight = output == OutputKind::Video || IsDualPanorama(arguments);
     size.height += needsEvenHeight ? size.height % 2 : 0;
     return size;
 }

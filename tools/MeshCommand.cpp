@@ -23,8 +23,7 @@ struct MeshArguments {
 
 void CheckUsage(const MeshArguments& arguments) {
     CheckView(arguments.view, OutputKind::Picture);
-    if (arguments.rowsSecond &&
-        ViewOfName(arguments.view.view) != KivFisheyeLib::ViewTypeDualPanorama) {
+    if (arguments.rowsSecond && !IsDualPanorama(arguments.view)) {
         throw UsageError("--rows-second goes with --view dual alone");
     }
 }

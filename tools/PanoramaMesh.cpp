@@ -15,7 +15,7 @@ namespace {
 /// What the library tells of the vertices. The scalar functions pad no rows, take any number of
 /// columns, and give the same coordinates on every processor.
 std::vector<float> LensCoordinates(const ViewArguments& view, const MeshSize& size) {
-    const bool isDual = ViewOfName(view.view) == KivFisheyeLib::ViewTypeDualPanorama;
+    const bool isDual = IsDualPanorama(view);
     const bool isCeiling = MountOfName(view.mount) == KivFisheyeLib::MountTypeCeiling;
     const int columns = static_cast<int>(size.columns);
     const int rows = static_cast<int>(size.rows);

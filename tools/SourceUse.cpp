@@ -40,34 +40,21 @@ private:
     std::uint64_t m_count = 0;
 };
 
-void AddStep(const std::optional<Place>& from, const std::optional<Place>& to, std::uint32_t span,
-             Steps* steps) {
-    if (from && to) {
-        steps->Add(std::hypot(to->x - from->x, to->y - from->y) / span);
-    }
-}
-
-std::optional<Range> StepsAcross(const SourcePlaces& places) {
-    const Size output = places.Output();
-    const std::uint32_t span = SpanIn(output.width);
-    Steps steps;
-    for (std::uint32_t row = 0; span > 0 && row < output.height; ++row) {
-        for (std::uint32_t column = 0; column + span < output.width; ++column) {
-            AddStep(places.PlaceAt(column, row), places.PlaceAt(column + span, row), span, &steps);
-        }
-    }
-    return steps.All();
-}
-
-std::optional<Range> StepsDown(const SourcePlaces& places, std::uint32_t parts) {
+/// Measures between pixels of one part that lie so many columns or rows apart, the other number being
+/// 0. Without either there is nothing to measure.
+std::optional<Range> StepsOf(const SourcePlaces& places, std::uint32_t parts, std::uint32_t across,
+                             std::uint32_t down) {
     const Size output = places.Output();
     const std::uint32_t height = output.height / parts;
-    const std::uint32_t span = height > 0 ? SpanIn(height) : 0;
     Steps steps;
-    for (std::uint32_t row = 0; span > 0 && row < parts * height; ++row) {
-        const bool isInOnePart = row % height + span < height;
-        for (std::uint32_t column = 0; isInOnePart && column < output.width; ++column) {
-            AddStep(places.PlaceAt(column, row), places.PlaceAt(column, row + span), span, &steps);
+    for (std::uint32_t row = 0; across + down > 0 && row < parts * height; ++row) {
+        const bool isInOnePart = row % height + down < height;
+        for (std::uint32_t column = 0; isInOnePart && column + across < output.width; ++column) {
+            const auto from = places.PlaceAt(column, row);
+            const auto to = places.PlaceAt(column + across, row + down);
+            if (from && to) {
+                steps.Add(std::hypot(to->x - from->x, to->y - from->y) / (across + down));
+            }
         }
     }
     return steps.All();
@@ -109,8 +96,8 @@ SourceUse MeasureUse(const SourceMap& map, const SourcePlaces& places, const Len
     SourceUse use{};
     use.outputPixels = std::uint64_t{map.Output().width} * map.Output().height;
     CountLens(lens, MarkShown(map, &use), &use);
-    use.across = StepsAcross(places);
-    use.down = StepsDown(places, parts);
+    use.across = StepsOf(places, parts, SpanIn(map.Output().width), 0);
+    use.down = StepsOf(places, parts, 0, SpanIn(map.Output().height / parts));
     return use;
 }
 

@@ -69,6 +69,10 @@ bool IsVirtualCamera(const ViewArguments& arguments) {
     return ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeVCam;
 }
 
+bool IsDualPanorama(const ViewArguments& arguments) {
+    return ViewOfName(arguments.view) == KivFisheyeLib::ViewTypeDualPanorama;
+}
+
 bool IsWall(const ViewArguments& arguments) {
     return MountOfName(arguments.mount) == KivFisheyeLib::MountTypeWall;
 }

@@ -40,6 +40,7 @@ std::string WordsForRoundLens(const Size& picture);
 std::string WordsFor(KivFisheyeLib::ViewType view);
 
 bool IsVirtualCamera(const ViewArguments& arguments);
+bool IsDualPanorama(const ViewArguments& arguments);
 bool IsWall(const ViewArguments& arguments);
 
 /// Whether the view is another with another value of this part of the lens.

@@ -84,8 +84,7 @@ ViewArguments WithNumbers(ViewArguments view) {
     return view;
 }
 
-void FlattenNumbers(const Angles& angles, Flattener* flattener) {
-    flattener->Turn(angles);
+void FlattenNumbers(Flattener* flattener) {
     NumberPixels(flattener->Input());
     flattener->Flatten();
 }
@@ -97,8 +96,10 @@ SourceUse UseOf(const SourceMap& map, const ViewFacts& facts, std::uint32_t part
     constexpr Size kHigh{2, kMaximumSide};
     Flattener wide(view, kWide, OutputKind::Picture);
     Flattener high(view, kHigh, OutputKind::Picture);
-    FlattenNumbers(facts.asked, &wide);
-    FlattenNumbers(facts.asked, &high);
+    wide.Turn(facts.asked);
+    high.Turn(facts.asked);
+    FlattenNumbers(&wide);
+    FlattenNumbers(&high);
     const SourceMap wideMap(wide.Output(), kWide);
     const SourceMap highMap(high.Output(), kHigh);
     return MeasureUse(map, SourcePlaces(wideMap, highMap, facts.input), facts.lens, parts);
@@ -122,12 +123,11 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
     facts.notesOnAngles = NotesOnAngles(angles, view, facts.asked, facts.taken);
     // A damaged picture fails here as it would when it is flattened.
     reader->Read(flattener.Input());
-    NumberPixels(flattener.Input());
-    flattener.Flatten();
+    FlattenNumbers(&flattener);
     const SourceMap map(flattener.Output(), facts.input);
-    const bool isDual = ViewOfName(view.view) == KivFisheyeLib::ViewTypeDualPanorama;
-    facts.use = UseOf(map, facts, isDual ? 2 : 1);
-    facts.parts = PartsOf(map, facts.lens, isDual ? 2 : 1);
+    const std::uint32_t parts = IsDualPanorama(view) ? 2 : 1;
+    facts.use = UseOf(map, facts, parts);
+    facts.parts = PartsOf(map, facts.lens, parts);
     facts.middle = MiddleOf(map);
     return facts;
 }

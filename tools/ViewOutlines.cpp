@@ -84,7 +84,7 @@ std::vector<Outline> RingOutlines(const ViewCamera& camera, const ViewArguments&
 
 void CheckPointCount(const ViewArguments& view, std::uint32_t count) {
     std::uint32_t step = 16;
-    if (ViewOfName(view.view) == KivFisheyeLib::ViewTypeDualPanorama) {
+    if (IsDualPanorama(view)) {
         step = 8;
     } else if (ViewOfName(view.view) == KivFisheyeLib::ViewTypeFullPanorama && !IsWall(view)) {
         step = 4;
