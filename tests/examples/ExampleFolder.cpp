@@ -3,7 +3,7 @@
 #include <Png.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include "support/OneSentence.h"
 
 std::string PathOfExample(const std::string& name) {
     return std::string(KIVFISHEYE_EXAMPLE_PROGRAMS) + '/' + name;
@@ -11,11 +11,7 @@ std::string PathOfExample(const std::string& name) {
 
 void ExpectOneSentence(const std::string& name, const ProgramRun& run, int status,
                        const std::string& words) {
-    EXPECT_EQ(run.status, status) << run.errors;
-    EXPECT_EQ(run.output, "");
-    EXPECT_EQ(run.errors.rfind(name + ": ", 0), 0U) << run.errors;
-    EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
-    EXPECT_NE(run.errors.find(words), std::string::npos) << run.errors;
+    ExpectOneSentenceOf(name, run, status, words);
 }
 
 ExampleFolder::ExampleFolder(const Picture& fisheye) {

@@ -1,9 +1,9 @@
 #include "ToolError.h"
 
-#include <algorithm>
 #include <ostream>
 
 #include "Picture.h"
+#include "support/OneSentence.h"
 
 void PrintTo(const ErrorCase& errorCase, std::ostream* stream) {
     *stream << errorCase.name;
@@ -27,12 +27,7 @@ void FillFolder(const TemporaryFolder& folder) {
 }
 
 void ExpectOneSentence(const ToolRun& run, int status, const std::string& words) {
-    EXPECT_EQ(run.status, status);
-    EXPECT_EQ(run.output, "");
-    EXPECT_EQ(run.errors.rfind("kivfisheye: ", 0), 0U) << run.errors;
-    EXPECT_EQ(std::count(run.errors.begin(), run.errors.end(), '\n'), 1) << run.errors;
-    EXPECT_EQ(run.errors.back(), '\n') << run.errors;
-    EXPECT_NE(run.errors.find(words), std::string::npos) << run.errors;
+    ExpectOneSentenceOf("kivfisheye", run, status, words);
 }
 
 TEST_P(ToolError, IsOneSentenceAndLeavesNothing) {
