@@ -105,6 +105,21 @@ SourceUse UseOf(const SourceMap& map, const ViewFacts& facts, std::uint32_t part
     return MeasureUse(map, SourcePlaces(wideMap, highMap, facts.input), facts.lens, parts);
 }
 
+/// A virtual camera's eye on the axis of the lens, whose half sphere has a radius of 1.
+struct Eye {
+    /// From the middle of the sphere, away from what is seen.
+    double distance;
+    double degreesHigh;
+
+    /// The lens has a ray so many times as far off the axis as the eye.
+    double Multiple() const { return 1.0 + distance; }
+};
+
+Eye EyeAt(double zoom) {
+    return zoom < 2.0 ? Eye{1.0 - 0.99 * (zoom - 1.0), 90.0}
+                      : Eye{0.01, 90.0 - 10.0 * (zoom - 2.0)};
+}
+
 }  // namespace
 
 ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, OutputKind output,
@@ -133,15 +148,15 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
 }
 
 double DegreesDown(double zoom) {
-    return zoom < 2.0 ? 180.0 - 90.0 * (zoom - 1.0) : 90.0 - 10.0 * (zoom - 2.0);
+    const Eye eye = EyeAt(zoom);
+    return eye.Multiple() * eye.degreesHigh;
 }
 
 double DegreesAcross(double zoom, const Size& output) {
+    const Eye eye = EyeAt(zoom);
     const double aspect = static_cast<double>(output.width) / output.height;
-    // A wide view looks through a rectangle 90 degrees high, and sees a multiple of every angle.
-    const double multiple = zoom < 2.0 ? 3.0 - zoom : 1.0;
-    const double halfHeight = Radians(DegreesDown(zoom) / multiple / 2.0);
-    return std::min(180.0, 2.0 * multiple * Degrees(std::atan(aspect * std::tan(halfHeight))));
+    const double halfWidth = std::atan(aspect * std::tan(Radians(eye.degreesHigh) / 2.0));
+    return std::min(180.0, eye.Multiple() * 2.0 * Degrees(halfWidth));
 }
 
 }  // namespace KivFisheyeTools

@@ -22,7 +22,7 @@ constexpr int kSide = 48;
 const std::string kLine = "Click at the left";
 
 LibraryView AimedAt(MountType mount, float x, float y) {
-    LibraryView view{mount, ViewTypeVCam, kSquareLens};
+    LibraryView view = SquareView(mount, ViewTypeVCam);
     void* const context = CreateKivFisheyeCameraContext();
     IKivFisheyeCamera* const camera = GetCameraAPI(context);
     camera->SetMountAndViewType(mount, ViewTypeVCam);

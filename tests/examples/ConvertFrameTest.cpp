@@ -19,22 +19,18 @@ void PrintTo(const Case& viewCase, std::ostream* out) {
 }
 
 const std::vector<Case> kCases = {
-    {"WallVCam", {"wall", "vcam"}, {MountTypeWall, ViewTypeVCam, kSquareLens, 20.0F, -10.0F, 4.0F}},
-    {"WallFull", {"wall", "full"}, {MountTypeWall, ViewTypeFullPanorama, kSquareLens}},
+    {"WallVCam", {"wall", "vcam"}, SquareView(MountTypeWall, ViewTypeVCam, 20.0F, -10.0F, 4.0F)},
+    {"WallFull", {"wall", "full"}, SquareView(MountTypeWall, ViewTypeFullPanorama)},
     {"CeilingVCam",
      {"ceiling", "vcam"},
-     {MountTypeCeiling, ViewTypeVCam, kSquareLens, 200.0F, 40.0F, 3.5F}},
-    {"CeilingFull",
-     {"ceiling", "full"},
-     {MountTypeCeiling, ViewTypeFullPanorama, kSquareLens, 75.0F}},
+     SquareView(MountTypeCeiling, ViewTypeVCam, 200.0F, 40.0F, 3.5F)},
+    {"CeilingFull", {"ceiling", "full"}, SquareView(MountTypeCeiling, ViewTypeFullPanorama, 75.0F)},
     {"CeilingDual",
      {"ceiling", "dual"},
-     {MountTypeCeiling, ViewTypeDualPanorama, kSquareLens, 310.0F}},
-    {"TableVCam",
-     {"table", "vcam"},
-     {MountTypeTable, ViewTypeVCam, kSquareLens, 90.0F, -60.0F, 8.0F}},
-    {"TableFull", {"table", "full"}, {MountTypeTable, ViewTypeFullPanorama, kSquareLens, 350.0F}},
-    {"TableDual", {"table", "dual"}, {MountTypeTable, ViewTypeDualPanorama, kSquareLens, 20.0F}},
+     SquareView(MountTypeCeiling, ViewTypeDualPanorama, 310.0F)},
+    {"TableVCam", {"table", "vcam"}, SquareView(MountTypeTable, ViewTypeVCam, 90.0F, -60.0F, 8.0F)},
+    {"TableFull", {"table", "full"}, SquareView(MountTypeTable, ViewTypeFullPanorama, 350.0F)},
+    {"TableDual", {"table", "dual"}, SquareView(MountTypeTable, ViewTypeDualPanorama, 20.0F)},
 };
 
 class ConvertFrame : public testing::TestWithParam<Case> {};

@@ -77,7 +77,7 @@ TEST(DrawOutlines, OfAVirtualCameraLieWhereItLooks) {
             SCOPED_TRACE(kMounts[mount] + " at pan " + std::to_string(aim.pan) + ", zoom " +
                          std::to_string(aim.zoom));
             const Picture view = FlattenedByLibrary(
-                Slopes(kWidth, kHeight), {mount, ViewTypeVCam, kLens, aim.pan, aim.tilt, aim.zoom});
+                Slopes(kWidth, kHeight), {mount, ViewTypeVCam, aim.pan, aim.tilt, aim.zoom, kLens});
             const double aspect = static_cast<double>(view.width) / view.height;
             ExpectDrawn(Drawn(kMounts[mount], "vcam", aim),
                         {{ViewOutline(mount, kLens, aim, aspect, kCount), kYellow}});

@@ -42,8 +42,7 @@ protected:
 TEST_F(LivePtz, ShowsTheViewInHalfBlocks) {
     // 8 divides 64 of the 70 columns.
     live.Shown().ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeWall, ViewTypeVCam, kSquareLens, 0, 0, 2}, 64, 40),
-        0);
+        FlattenedByLibrary(fisheye, SquareView(MountTypeWall, ViewTypeVCam, 0, 0, 2), 64, 40), 0);
     EXPECT_EQ(live.Shown().At(64, 0).glyph, " ");
 }
 
@@ -51,8 +50,7 @@ TEST_F(LivePtz, TurnsByArrowsOfBothKinds) {
     live.Type(kRight + kRight + kUp);
     live.ExpectRow(20, "pan 10.0, tilt 5.0, zoom 2.0; ");
     live.Shown().ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeWall, ViewTypeVCam, kSquareLens, 10, 5, 2}, 64, 40),
-        0);
+        FlattenedByLibrary(fisheye, SquareView(MountTypeWall, ViewTypeVCam, 10, 5, 2), 64, 40), 0);
     live.Type(kDown + kDown + kLeft + kLeft + kLeft);
     live.ExpectRow(20, "pan -5.0, tilt -5.0, zoom 2.0; ");
     live.Type("\033OC\033OC\033OA\033OA\033OA");
@@ -67,8 +65,7 @@ TEST_F(LivePtz, ZoomsAndGoesBackToTheStart) {
     live.Type(kLeft + kDown);
     live.ExpectRow(20, "pan -5.0, tilt -5.0, zoom 3.0; ");
     live.Shown().ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeWall, ViewTypeVCam, kSquareLens, -5, -5, 3}, 64, 40),
-        0);
+        FlattenedByLibrary(fisheye, SquareView(MountTypeWall, ViewTypeVCam, -5, -5, 3), 64, 40), 0);
     live.Type("r");
     live.ExpectRow(20, kStart);
 }
@@ -106,8 +103,7 @@ TEST_F(LivePtz, FollowsTheWindow) {
     live.Type(kUp);
     live.ExpectRow(9, "pan 0.0, tilt 5.0, zoom 2.0; ");
     live.Shown().ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeWall, ViewTypeVCam, kSquareLens, 0, 5, 2}, 32, 18),
-        0);
+        FlattenedByLibrary(fisheye, SquareView(MountTypeWall, ViewTypeVCam, 0, 5, 2), 32, 18), 0);
 }
 
 TEST_F(LivePtz, TakesKeysOneByOneAndUnseen) {
@@ -168,8 +164,7 @@ TEST_F(LivePtzOnCeiling, TurnsBeyondTheStart) {
     live.Type(kLeft + kUp + kUp);
     live.ExpectRow(20, "pan 355.0, tilt 10.0, zoom 2.0; ");
     live.Shown().ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeCeiling, ViewTypeVCam, kSquareLens, 355, 10, 2}, 64,
-                           40),
+        FlattenedByLibrary(fisheye, SquareView(MountTypeCeiling, ViewTypeVCam, 355, 10, 2), 64, 40),
         0);
 }
 
@@ -184,8 +179,7 @@ TEST(LivePtzWithoutATerminal, ShowsAllKeysOfAPipeAndEnds) {
     screen.Write(run.output);
     EXPECT_EQ(screen.Row(23).rfind("pan 5.0, tilt 0.0, zoom 2.5; ", 0), 0U) << screen.Row(23);
     screen.ExpectPicture(
-        FlattenedByLibrary(fisheye, {MountTypeTable, ViewTypeVCam, kSquareLens, 5, 0, 2.5F}, 80,
-                           46),
+        FlattenedByLibrary(fisheye, SquareView(MountTypeTable, ViewTypeVCam, 5, 0, 2.5F), 80, 46),
         0);
     EXPECT_TRUE(screen.Surprises().empty());
 }

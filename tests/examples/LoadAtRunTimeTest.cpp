@@ -20,7 +20,7 @@ TEST(LoadAtRunTime, ConvertsWithALibraryUnderAnotherName) {
                           std::to_string(GetCPUInstructionSet()) + "\n");
     ExpectSamePixels(
         ReadPng(folder.File("panorama.png")),
-        FlattenedByLibrary(fisheye, {MountTypeCeiling, ViewTypeFullPanorama, kSquareLens}));
+        FlattenedByLibrary(fisheye, SquareView(MountTypeCeiling, ViewTypeFullPanorama)));
 }
 
 TEST(LoadAtRunTime, IsNotLinkedWithTheLibrary) {

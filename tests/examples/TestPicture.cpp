@@ -1,29 +1,11 @@
 #include "TestPicture.h"
 
+#include <Camera.h>
 #include <KivFisheyeLib.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
-
-namespace {
-
-using Context = std::unique_ptr<void, void (*)(void*)>;
-
-Context ContextFor(Picture& input, const LibraryView& view) {
-    Context context(CreateKivFisheyeCameraContext(), DeleteKivFisheyeCameraContext);
-    IKivFisheyeCamera* const camera = GetCameraAPI(context.get());
-    EXPECT_EQ(camera->SetInputVideoParams(
-                  {input.width, input.height, input.width * 4, input.pixels.data()},
-                  KivFisheyeLib::PixelFormatRGB32),
-              kResultOk);
-    EXPECT_EQ(camera->SetMountAndViewType(view.mount, view.view), kResultOk);
-    EXPECT_EQ(camera->SetDewarpParams(view.lens), kResultOk);
-    EXPECT_EQ(camera->SetAbsolutePTZ(view.pan, view.tilt, view.zoom), kResultOk);
-    return context;
-}
-
-}  // namespace
+#include <utility>
 
 Color ColorAt(const Picture& picture, std::uint32_t x, std::uint32_t y) {
     const unsigned char* const pixel = picture.At(x, y);
@@ -56,21 +38,25 @@ void ExpectSamePixels(const Picture& shown, const Picture& expected) {
     }
 }
 
+LibraryView SquareView(KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view, float pan,
+                       float tilt, float zoom) {
+    return {mount, view, pan, tilt, zoom, kSquareLens};
+}
+
 Picture FlattenedByLibrary(Picture input, const LibraryView& view, std::uint32_t width,
                            std::uint32_t height) {
-    const Context context = ContextFor(input, view);
-    IKivFisheyeCamera* const camera = GetCameraAPI(context.get());
     Picture output(width, height);
-    EXPECT_EQ(camera->SetOutputVideoParams({width, height, width * 4, output.pixels.data()}),
-              kResultOk);
-    EXPECT_EQ(camera->Process(0), kResultOk);
+    FlattenByLibrary(view, FrameOf(input), KivFisheyeLib::PixelFormatRGB32, FrameOf(output));
     return output;
 }
 
 Picture FlattenedByLibrary(Picture input, const LibraryView& view) {
     std::uint32_t width = 0;
     std::uint32_t height = 0;
-    const Context context = ContextFor(input, view);
-    EXPECT_EQ(GetCameraAPI(context.get())->GetRecommendOutputVideoSize(&width, &height), kResultOk);
+    const LibraryContext context = ContextOf(view);
+    IKivFisheyeCamera* const camera = GetCameraAPI(context.get());
+    EXPECT_EQ(camera->SetInputVideoParams(FrameOf(input), KivFisheyeLib::PixelFormatRGB32),
+              kResultOk);
+    EXPECT_EQ(camera->GetRecommendOutputVideoSize(&width, &height), kResultOk);
     return FlattenedByLibrary(std::move(input), view, width, height + height % 2);
 }

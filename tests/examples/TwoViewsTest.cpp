@@ -25,9 +25,9 @@ TEST(TwoViews, ShowTheLastFramesOfTheirTurns) {
             "two-views", {mountCase.name, folder.Fisheye(), folder.File("panorama.png"),
                           folder.File("view.png"), "4"});
         // The fourth of four frames around has turned by three quarters.
-        const LibraryView panorama{mountCase.mount, ViewTypeFullPanorama, kSquareLens, 270.0F};
-        const LibraryView view{mountCase.mount, ViewTypeVCam,   kSquareLens,
-                               270.0F,          mountCase.tilt, 4.0F};
+        const LibraryView panorama = SquareView(mountCase.mount, ViewTypeFullPanorama, 270.0F);
+        const LibraryView view =
+            SquareView(mountCase.mount, ViewTypeVCam, 270.0F, mountCase.tilt, 4.0F);
         const Picture expected = FlattenedByLibrary(fisheye, panorama);
         ExpectSamePixels(ReadPng(folder.File("panorama.png")), expected);
         ExpectSamePixels(ReadPng(folder.File("view.png")), FlattenedByLibrary(fisheye, view));
@@ -45,9 +45,8 @@ TEST(TwoViews, OfOneFrameHaveNotTurned) {
     const ExampleFolder folder(fisheye);
     folder.OutputOf("two-views", {"table", folder.Fisheye(), folder.File("panorama.png"),
                                   folder.File("view.png"), "1"});
-    ExpectSamePixels(
-        ReadPng(folder.File("panorama.png")),
-        FlattenedByLibrary(fisheye, {MountTypeTable, ViewTypeFullPanorama, kSquareLens}));
+    ExpectSamePixels(ReadPng(folder.File("panorama.png")),
+                     FlattenedByLibrary(fisheye, SquareView(MountTypeTable, ViewTypeFullPanorama)));
 }
 
 TEST(TwoViews, CountFramesInWholeNumbers) {

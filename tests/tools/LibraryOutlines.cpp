@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+#include "Picture.h"
+
 namespace {
 
 struct alignas(16) TwoPoints {
@@ -32,14 +34,6 @@ private:
 };
 
 }  // namespace
-
-LibraryOutlines::LibraryOutlines(const LibraryView& view, const KivFisheyeLib::DewarpParams& lens)
-    : m_context(CreateKivFisheyeCameraContext(), DeleteKivFisheyeCameraContext) {
-    IKivFisheyeCamera* camera = GetCameraAPI(m_context.get());
-    EXPECT_EQ(camera->SetMountAndViewType(view.mount, view.view), kResultOk);
-    camera->SetDewarpParams(lens);
-    EXPECT_EQ(camera->SetAbsolutePTZ(view.pan, view.tilt, view.zoom), kResultOk);
-}
 
 Points LibraryOutlines::OfVirtualCamera(std::uint32_t width, std::uint32_t height,
                                         int count) const {

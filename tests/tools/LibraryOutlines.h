@@ -1,11 +1,10 @@
 #ifndef KIVFISHEYE_TESTS_LIBRARY_OUTLINES_H
 #define KIVFISHEYE_TESTS_LIBRARY_OUTLINES_H
 
-#include <memory>
 #include <utility>
 #include <vector>
 
-#include "LibraryView.h"
+#include "support/LibraryView.h"
 
 using Points = std::vector<std::pair<float, float>>;
 
@@ -13,8 +12,7 @@ using Points = std::vector<std::pair<float, float>>;
 /// are, with points that are not a number.
 class LibraryOutlines {
 public:
-    explicit LibraryOutlines(const LibraryView& view,
-                             const KivFisheyeLib::DewarpParams& lens = {0.5F, 0.5F, 45.0F, 0.0F});
+    explicit LibraryOutlines(const LibraryView& view) : m_context(ContextOf(view)) {}
 
     Points OfVirtualCamera(std::uint32_t width, std::uint32_t height, int count) const;
     std::pair<Points, Points> OfDual(int count) const;
@@ -23,7 +21,7 @@ public:
     std::pair<Points, Points> OfRing(int count) const;
 
 private:
-    std::unique_ptr<void, void (*)(void*)> m_context;
+    LibraryContext m_context;
 };
 
 /// The points that are numbers.

@@ -117,8 +117,8 @@ TEST_F(OutlineFile, HasTheShapeOfTheRecommendedSizeByDefault) {
     const Json file = WrittenJson({"--mount", "ceiling", "--view", "vcam", "--zoom", "5",
                                    "--radius-x", "0.3", "--points", "16"});
     // The lens's image is 384 pixels wide and 480 high.
-    const LibraryOutlines library({MountTypeCeiling, ViewTypeVCam, 0.0F, 0.0F, 5.0F},
-                                  {0.3F, 0.5F, 45.0F, 0.0F});
+    const LibraryOutlines library(
+        {MountTypeCeiling, ViewTypeVCam, 0.0F, 0.0F, 5.0F, {0.3F, 0.5F, 45.0F, 0.0F}});
     EXPECT_EQ(PointsOf(file, 1), library.OfVirtualCamera(384, 480, 16));
 }
 
@@ -131,7 +131,7 @@ TEST_F(OutlineFile, HoldsTheHalvesOfADualPanorama) {
                          "--inner-radius", "0.25", "--points", "24"});
         EXPECT_EQ(NamesOf(file), (Names{"upper", "lower"}));
         const auto [upper, lower] =
-            LibraryOutlines({mount, ViewTypeDualPanorama, 30.0F}, lens).OfDual(24);
+            LibraryOutlines({mount, ViewTypeDualPanorama, 30.0F, 0.0F, 1.0F, lens}).OfDual(24);
         EXPECT_EQ(PointsOf(file, 0), upper);
         EXPECT_EQ(PointsOf(file, 1), lower);
     }
@@ -168,7 +168,7 @@ TEST_F(OutlineFile, HoldsTheBoundaryOfAWallPanoramaAndTheRimOfItsLens) {
     const Json file = WrittenJson({"--mount", "wall", "--view", "full", "--radius-x", "0.375",
                                    "--wall-view-angle", "30", "--points", "32"});
     EXPECT_EQ(NamesOf(file), (Names{"lens", "view"}));
-    const LibraryOutlines library({MountTypeWall, ViewTypeFullPanorama}, lens);
+    const LibraryOutlines library({MountTypeWall, ViewTypeFullPanorama, 0.0F, 0.0F, 1.0F, lens});
     EXPECT_EQ(PointsOf(file, 0), library.OfRing(32).second);
     EXPECT_EQ(PointsOf(file, 1), library.OfWall(32));
 }

@@ -6,7 +6,7 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "LibraryView.h"
+#include "FlattenedByLibrary.h"
 #include "Terminal.h"
 #include "ToolRun.h"
 #include "VideoFile.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "LibraryView.h"
+#include "FlattenedByLibrary.h"
 #include "RoomScene.h"
 #include "ToolError.h"
 #include "VideoFile.h"

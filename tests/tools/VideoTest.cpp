@@ -6,7 +6,7 @@ extern "C" {
 
 #include <numeric>
 
-#include "LibraryView.h"
+#include "FlattenedByLibrary.h"
 #include "ToolRun.h"
 #include "VideoFile.h"
 

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "LibraryView.h"
+#include "FlattenedByLibrary.h"
 #include "ToolRun.h"
 #include "VideoFile.h"
 
