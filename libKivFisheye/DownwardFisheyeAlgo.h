@@ -8,7 +8,8 @@
 /// The lens is as `UpwardFisheyeAlgoNS` has it. Row 0 of a panorama shows the ring's outer edge,
 /// `radiusX` and `radiusY` from the centre, and the last row its inner edge, `innerRadiusRatio` of
 /// that, so the horizon is at the top. Column 0 looks to the right of the lens. A quarter of the
-/// width further on the table's picture shows the bottom of the lens and the direct one its top.
+/// width further on a picture made by an address table shows the bottom of the lens and a direct
+/// one its top.
 /// The last column shows the first one's direction again.
 ///
 /// From left to right the upper half of a dual panorama shows the lens's left side, its top and its
@@ -67,8 +68,8 @@ public:
                              float radiusY, float innerRadiusRatio);
 
     /// Converts one frame of the sizes and the pixel size that `Init` was told; 32-bit conversions
-    /// write nothing with a table for 24 bits. Row padding is not touched. The forms with `pan`, in
-    /// degrees, move the picture to the left by whole columns, so 360 divided by `dstWidth` is the
+    /// write nothing with a table for 24 bits. Row padding is not touched. The overloads with `pan`,
+    /// in degrees, move the picture to the left by whole columns, so 360 divided by `dstWidth` is the
     /// smallest turn; they do not turn for a negative pan, and write nothing for NaN and plus
     /// infinity.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);

@@ -30,7 +30,8 @@
 #include "KivFisheyeExport.h"
 #include "KivFisheyeTypes.h"
 
-/// One camera: frames, mount, view, angles, lens, and the conversion itself.
+/// One camera: frames, mount, view, angles, lens, and the conversion itself. What converts for one
+/// mount and one view is its scene, which the setters make.
 ///
 /// All operations may be called from any thread. One lock per context puts them in order, so a
 /// setter waits for a running `Process`; the operations that say "no lock" do not wait and may see
@@ -104,7 +105,7 @@ public:
 
     /// Gives width over height of that output, before its sides are rounded; 1.0 where no size is
     /// recommended and before the input is set. `kResultInvalidArgument`: a null pointer, or values
-    /// that the other form refuses. No lock.
+    /// that the other overload refuses. No lock.
     virtual ResultCode GetRecommendOutputVideoRatio(float* ratio) = 0;
 
     /// The same for any input size in pixels, mount, view and lens. `kResultInvalidArgument`: a
@@ -130,8 +131,9 @@ public:
     /// - table: pan 0 to 360, anticlockwise on the fisheye picture from its bottom; tilt from -L to
     ///   0, the lens axis.
     ///
-    /// Below zoom 2 there is no tilt, and on a wall no pan: they are stored as 0. A NaN is stored
-    /// as it is, and shows nothing.
+    /// Below zoom 2 there is no tilt, and on a wall no pan: they are stored as 0. Any other
+    /// NaN is stored as it is, and an infinite pan of a ceiling's or table's camera as NaN; either
+    /// shows nothing.
     ///
     /// A panorama of a ceiling or table camera takes the pan alone and stores it as 0 up to 360. At
     /// 0 the right of the lens is at the picture's left edge, in a ceiling's dual panorama the left
@@ -147,8 +149,8 @@ public:
     /// The same by differences, which may also lead to a zoom below 1: that is stored as 1.
     /// `kResultNoChange`: all three are 0. `kResultNotReady`: no scene.
     ///
-    /// A negative zoom difference that leads a virtual camera to a zoom between 5 and 2 also pulls
-    /// tilt, and on a wall pan, towards 0, the more the nearer to 2.
+    /// A negative zoom difference that leads a virtual camera to a zoom from 5 to 2.1 also pulls
+    /// tilt, and on a wall pan, towards 0, the more the nearer to 2.1.
     virtual ResultCode SetRelativePTZ(float pan, float tilt, float zoom) = 0;
 
     /// Gives the stored pan, tilt and zoom. `kResultNullPointer`: any pointer is null.
@@ -261,7 +263,7 @@ extern "C" {
 
 /// Makes a camera context: wall mount, virtual camera, a lens that touches the frame's edges. The
 /// caller owns it and gives it to `DeleteKivFisheyeCameraContext`. Throws `std::bad_alloc` when
-/// memory runs out.
+/// memory runs out, and `std::system_error` when the system grants no lock.
 KIVFISHEYE_API void* CreateKivFisheyeCameraContext(void);
 
 /// Ends a context and all its interfaces; no call on them may be running. Null is ignored.

@@ -37,7 +37,8 @@ enum ViewType : std::uint32_t {
 /// padding as lead to the next multiple of 4. `buffer` is the first pixel of the top row and leads
 /// to `stride` times `height` bytes. The library keeps the address and never frees it: the memory
 /// must stay until another record takes the record's place or the context is deleted. It is read or
-/// written in `Process`, and when a change of mount or view converts a frame at once.
+/// written in `Process`, and when a change of mount or view converts a frame at once; `Snapshot`
+/// reads the input.
 struct VideoFrameInfo {
     std::uint32_t width;    ///< pixels in a row
     std::uint32_t height;   ///< rows

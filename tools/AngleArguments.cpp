@@ -1,8 +1,7 @@
 #include "AngleArguments.h"
 
-#include <cmath>
-
 #include "Failure.h"
+#include "Lens.h"
 #include "Numbers.h"
 #include "Progress.h"
 
@@ -34,8 +33,8 @@ bool IsAimedOutsideTheLens(const AngleArguments& arguments,
     // Points and radii are written in decimals: those of the rim may come out beside it.
     constexpr double kRim = 1.0 + 1e-6;
     const std::vector<double> point = NumbersOfText(arguments.aim);
-    return std::hypot((point.at(0) - 0.5) / lens.radiusX, (point.at(1) - 0.5) / lens.radiusY) >
-           kRim;
+    return LensPoint{(point.at(0) - 0.5) / lens.radiusX, (0.5 - point.at(1)) / lens.radiusY}
+               .Radius() > kRim;
 }
 
 }  // namespace

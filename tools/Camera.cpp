@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Failure.h"
+
 namespace KivFisheyeTools {
 
 namespace {
@@ -11,6 +13,14 @@ std::uint32_t IndexOf(const std::string& name, const std::vector<std::string>& n
 }
 
 }  // namespace
+
+Size Camera::RecommendedSize() const {
+    Size size{0, 0};
+    if ((*this)->GetRecommendOutputVideoSize(&size.width, &size.height) != kResultOk) {
+        throw Failure("the library recommends no output size for this picture");
+    }
+    return size;
+}
 
 const std::vector<std::string>& MountNames() {
     static const std::vector<std::string> names = {"wall", "ceiling", "table"};

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Numbers.h"
 #include "Picture.h"
 
 namespace KivFisheyeTools {
@@ -17,6 +18,9 @@ public:
     Camera() : m_context(CreateKivFisheyeCameraContext()) {}
 
     IKivFisheyeCamera* operator->() const { return GetCameraAPI(m_context.get()); }
+    /// The size that the library recommends. Throws `Failure` when it recommends none.
+    Size RecommendedSize() const;
+
     IKivFisheyeROI* Outlines() const { return GetROIAPI(m_context.get()); }
     IKivFisheyeDewarpBoundary* Boundaries() const { return GetDewarpBoundaryAPI(m_context.get()); }
 

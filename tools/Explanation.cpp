@@ -92,7 +92,7 @@ void AddWallLines(const ViewFacts& facts, std::vector<std::string>* lines) {
 void AddVirtualCameraLines(const ViewFacts& facts, std::vector<std::string>* lines) {
     const double zoom = facts.taken.zoom;
     lines->push_back("field of view: " + Rounded(DegreesAcross(zoom, facts.output), 0) +
-                     " degrees across, " + Rounded(DegreesDown(zoom), 0) + " down");
+                     " degrees of the lens across, " + Rounded(DegreesDown(zoom), 0) + " down");
     if (!facts.middle) {
         lines->emplace_back("middle: black");
         return;

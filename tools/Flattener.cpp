@@ -10,9 +10,7 @@ Size OutputSize(const ViewCamera& camera, const ViewArguments& arguments, Output
     if (!arguments.size.empty()) {
         return SizeOfText(arguments.size).value();
     }
-    Size size{0, 0};
-    Expect(camera->GetRecommendOutputVideoSize(&size.width, &size.height),
-           "the library recommends no output size for this picture");
+    Size size = camera.RecommendedSize();
     if (!HasExtent(arguments.lens) || size.width == 0 || size.height == 0) {
         throw Failure("the lens image is too small for any output size; give one with --size");
     }

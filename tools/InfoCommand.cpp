@@ -22,7 +22,7 @@ struct InfoArguments {
 };
 
 std::string InstructionSetName() {
-    constexpr std::array<const char*, 9> kNames = {"386",    "SSE",    "SSE2", "SSE3", "SSSE3",
+    constexpr std::array<const char*, 9> kNames = {"none",   "SSE",    "SSE2", "SSE3", "SSSE3",
                                                    "SSE4.1", "SSE4.2", "AVX",  "AVX2"};
     const int level = GetCPUInstructionSet();
     if (level < 0 || static_cast<std::size_t>(level) >= kNames.size()) {
@@ -45,16 +45,14 @@ std::string WordsFor(float ratio) {
 
 void PrintView(Picture* input, const KivFisheyeLib::DewarpParams& lens,
                KivFisheyeLib::MountType mount, KivFisheyeLib::ViewType view) {
-    unsigned width = 0;
-    unsigned height = 0;
-    float ratio = 0.0F;
     const Camera camera;
     camera->SetMountAndViewType(mount, view);
     camera->SetDewarpParams(lens);
     camera->SetInputVideoParams(FrameOf(input), PixelFormatOf(*input));
-    if (camera->GetRecommendOutputVideoSize(&width, &height) != kResultOk ||
-        camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
-        throw Failure("the library recommends no output size for this picture");
+    const auto [width, height] = camera.RecommendedSize();
+    float ratio = 0.0F;
+    if (camera->GetRecommendOutputVideoRatio(&ratio) != kResultOk) {
+        throw Failure("the library recommends no output ratio for this picture");
     }
     const bool isSize = HasExtent(lens) && width > 0 && height > 0;
     PrintRow(NameOf(mount), NameOf(view),

@@ -21,8 +21,12 @@ Vector Cross(const Vector& a, const Vector& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
+double LensPoint::Radius() const {
+    return std::sqrt(right * right + up * up);
+}
+
 double LensPoint::OffAxis() const {
-    return std::sqrt(right * right + up * up) * (kPi / 2.0);
+    return Radius() * (kPi / 2.0);
 }
 
 LensPoint Lens::PointAt(double column, double row) const {
@@ -38,7 +42,7 @@ CameraPose::CameraPose(const Vector& cameraPosition, const Vector& cameraForward
 
 Vector CameraPose::DirectionOf(const LensPoint& point) const {
     const double offAxis = point.OffAxis();
-    const double radius = std::sqrt(point.right * point.right + point.up * point.up);
+    const double radius = point.Radius();
     const double along = std::cos(offAxis);
     const double aside = radius > 0.0 ? std::sin(offAxis) / radius : 0.0;
     const double across = aside * point.right;

@@ -39,6 +39,8 @@ struct LensPoint {
     double right;
     double up;
 
+    /// 1 at the rim.
+    double Radius() const;
     /// The angle between what is seen there and the optical axis.
     double OffAxis() const;
 };

@@ -10,7 +10,7 @@ namespace KivFisheyeTools {
 
 namespace {
 
-/// The first and the last but one of some rows.
+/// The first of some rows, and the one after the last.
 struct Rows {
     std::uint32_t begin;
     std::uint32_t end;
@@ -20,28 +20,25 @@ LensPoint PointAt(const Lens& lens, const Place& place) {
     return lens.PointAt(place.x - 0.5, place.y - 0.5);
 }
 
-double RadiusOf(const LensPoint& point) {
-    return std::hypot(point.right, point.up);
-}
-
-std::optional<double> MeanRadius(const SourceMap& map, const Lens& lens, std::uint32_t row) {
+std::optional<double> MeanRadius(const SourcePlaces& places, const Lens& lens, std::uint32_t row) {
     double sum = 0.0;
     std::uint32_t count = 0;
-    for (std::uint32_t column = 0; column < map.Output().width; ++column) {
-        if (const std::optional<Place> place = map.PlaceAt(column, row)) {
-            sum += RadiusOf(PointAt(lens, *place));
+    for (std::uint32_t column = 0; column < places.Output().width; ++column) {
+        if (const std::optional<Place> place = places.PlaceAt(column, row)) {
+            sum += PointAt(lens, *place).Radius();
             ++count;
         }
     }
     return count > 0 ? std::optional(sum / count) : std::nullopt;
 }
 
-std::optional<double> BearingOfLeftEdge(const SourceMap& map, const Lens& lens, const Rows& rows) {
+std::optional<double> BearingOfLeftEdge(const SourcePlaces& places, const Lens& lens,
+                                        const Rows& rows) {
     std::optional<LensPoint> outermost;
     for (std::uint32_t row = rows.begin; row < rows.end; ++row) {
-        if (const std::optional<Place> place = map.PlaceAt(0, row)) {
+        if (const std::optional<Place> place = places.PlaceAt(0, row)) {
             const LensPoint point = PointAt(lens, *place);
-            outermost = outermost && RadiusOf(*outermost) >= RadiusOf(point) ? outermost : point;
+            outermost = outermost && outermost->Radius() >= point.Radius() ? outermost : point;
         }
     }
     if (!outermost) {
@@ -51,14 +48,14 @@ std::optional<double> BearingOfLeftEdge(const SourceMap& map, const Lens& lens, 
     return bearing < 0.0 ? bearing + 360.0 : bearing;
 }
 
-std::optional<Place> MiddleOf(const SourceMap& map) {
-    const Size output = map.Output();
+std::optional<Place> MiddleOf(const SourcePlaces& places) {
+    const Size output = places.Output();
     Place sum{0.0, 0.0};
     int count = 0;
     // A side with an even number of pixels has two in its middle.
     for (const std::uint32_t row : {(output.height - 1) / 2, output.height / 2}) {
         for (const std::uint32_t column : {(output.width - 1) / 2, output.width / 2}) {
-            if (const std::optional<Place> place = map.PlaceAt(column, row)) {
+            if (const std::optional<Place> place = places.PlaceAt(column, row)) {
                 sum = {sum.x + place->x, sum.y + place->y};
                 ++count;
             }
@@ -67,13 +64,14 @@ std::optional<Place> MiddleOf(const SourceMap& map) {
     return count > 0 ? std::optional(Place{sum.x / count, sum.y / count}) : std::nullopt;
 }
 
-std::vector<PartFacts> PartsOf(const SourceMap& map, const Lens& lens, std::uint32_t count) {
-    const std::uint32_t height = map.Output().height / count;
+std::vector<PartFacts> PartsOf(const SourcePlaces& places, const Lens& lens, std::uint32_t count) {
+    const std::uint32_t height = places.Output().height / count;
     std::vector<PartFacts> parts;
     for (std::uint32_t i = 0; height > 0 && i < count; ++i) {
         const Rows rows{i * height, (i + 1) * height};
-        parts.push_back({BearingOfLeftEdge(map, lens, rows), MeanRadius(map, lens, rows.begin),
-                         MeanRadius(map, lens, rows.end - 1)});
+        parts.push_back({BearingOfLeftEdge(places, lens, rows),
+                         MeanRadius(places, lens, rows.begin),
+                         MeanRadius(places, lens, rows.end - 1)});
     }
     return parts;
 }
@@ -89,21 +87,39 @@ void FlattenNumbers(Flattener* flattener) {
     flattener->Flatten();
 }
 
-SourceUse UseOf(const SourceMap& map, const ViewFacts& facts, std::uint32_t parts) {
-    ViewArguments view = WithNumbers(facts.view);
-    view.size = WordsFor(map.Output());
-    constexpr Size kWide{kMaximumSide, 2};
-    constexpr Size kHigh{2, kMaximumSide};
-    Flattener wide(view, kWide, OutputKind::Picture);
-    Flattener high(view, kHigh, OutputKind::Picture);
-    wide.Turn(facts.asked);
-    high.Turn(facts.asked);
-    FlattenNumbers(&wide);
-    FlattenNumbers(&high);
-    const SourceMap wideMap(wide.Output(), kWide);
-    const SourceMap highMap(high.Output(), kHigh);
-    return MeasureUse(map, SourcePlaces(wideMap, highMap, facts.input), facts.lens, parts);
-}
+/// Where the pixels of a view lie, looked up in two frames that are as large as any in one direction.
+class PlaceFinder {
+public:
+    explicit PlaceFinder(const ViewFacts& facts)
+        : m_wide(FixedView(facts), kWide, OutputKind::Picture),
+          m_high(FixedView(facts), kHigh, OutputKind::Picture),
+          m_wideMap(m_wide.Output(), kWide),
+          m_highMap(m_high.Output(), kHigh),
+          m_places(m_wideMap, m_highMap, facts.input) {
+        for (Flattener* const flattener : {&m_wide, &m_high}) {
+            flattener->Turn(facts.asked);
+            FlattenNumbers(flattener);
+        }
+    }
+
+    const SourcePlaces& Places() const { return m_places; }
+
+private:
+    static constexpr Size kWide{kMaximumSide, 2};
+    static constexpr Size kHigh{2, kMaximumSide};
+
+    static ViewArguments FixedView(const ViewFacts& facts) {
+        ViewArguments view = WithNumbers(facts.view);
+        view.size = WordsFor(facts.output);
+        return view;
+    }
+
+    Flattener m_wide;
+    Flattener m_high;
+    SourceMap m_wideMap;
+    SourceMap m_highMap;
+    SourcePlaces m_places;
+};
 
 /// A virtual camera's eye on the axis of the lens, whose half sphere has a radius of 1.
 struct Eye {
@@ -130,9 +146,7 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
     facts.lens = {facts.input.width, facts.input.height, view.lens.radiusX, view.lens.radiusY};
     Flattener flattener(WithNumbers(view), facts.input, output);
     facts.output = {flattener.Output().width, flattener.Output().height};
-    Expect(
-        flattener->GetRecommendOutputVideoSize(&facts.recommended.width, &facts.recommended.height),
-        "the library recommends no output size for this picture");
+    facts.recommended = flattener.RecommendedSize();
     facts.asked = AskedAngles(angles, flattener);
     facts.taken = flattener.Turn(facts.asked);
     facts.notesOnAngles = NotesOnAngles(angles, view, facts.asked, facts.taken);
@@ -141,9 +155,10 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
     FlattenNumbers(&flattener);
     const SourceMap map(flattener.Output(), facts.input);
     const std::uint32_t parts = IsDualPanorama(view) ? 2 : 1;
-    facts.use = UseOf(map, facts, parts);
-    facts.parts = PartsOf(map, facts.lens, parts);
-    facts.middle = MiddleOf(map);
+    const PlaceFinder finder(facts);
+    facts.use = MeasureUse(map, finder.Places(), facts.lens, parts);
+    facts.parts = PartsOf(finder.Places(), facts.lens, parts);
+    facts.middle = MiddleOf(finder.Places());
     return facts;
 }
 

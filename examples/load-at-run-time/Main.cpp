@@ -13,7 +13,8 @@ namespace {
 /// The library, found while the program runs, and closed when this goes. Nothing here is linked
 /// with it: from its header come the interfaces and the types of its six functions alone. These
 /// have C linkage, so their names are plain. The interfaces behind them are C++ classes with
-/// virtual functions: a program in C can make and delete a context, and no more.
+/// virtual functions: a program in C can make a context, delete it and ask for the instruction set,
+/// and no more.
 class Library {
 public:
     explicit Library(const std::string& path) : m_handle(dlopen(path.c_str(), RTLD_NOW), &Close) {

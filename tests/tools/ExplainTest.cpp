@@ -175,20 +175,24 @@ TEST_F(Explain, TellsTheFieldOfViewOfAVirtualCamera) {
         return Square(View("ceiling", "vcam", options)).On("field of view");
     };
     // The eye lies 0.01 behind the middle of the lens, which has 1.01 times its angles.
-    EXPECT_EQ(fieldOfView({"--zoom", "4", "--size", "512x512"}), "71 degrees across, 71 down");
+    EXPECT_EQ(fieldOfView({"--zoom", "4", "--size", "512x512"}),
+              "71 degrees of the lens across, 71 down");
     // The tangent of half the view is twice as large across: atan(2 tan 35) is 54.5 degrees.
-    EXPECT_EQ(fieldOfView({"--zoom", "4", "--size", "512x256"}), "110 degrees across, 71 down");
-    EXPECT_EQ(fieldOfView({"--fov", "40", "--size", "512x512"}), "40 degrees across, 40 down");
-    EXPECT_EQ(fieldOfView({}), "180 degrees across, 180 down");
-    EXPECT_EQ(fieldOfView({"--fov", "135"}), "135 degrees across, 135 down");
+    EXPECT_EQ(fieldOfView({"--zoom", "4", "--size", "512x256"}),
+              "110 degrees of the lens across, 71 down");
+    EXPECT_EQ(fieldOfView({"--fov", "40", "--size", "512x512"}),
+              "40 degrees of the lens across, 40 down");
+    EXPECT_EQ(fieldOfView({}), "180 degrees of the lens across, 180 down");
+    EXPECT_EQ(fieldOfView({"--fov", "135"}), "135 degrees of the lens across, 135 down");
     // There the eye lies 0.505 behind: 1.505 * 2 * atan(1 / 2) is 80.0 degrees.
-    EXPECT_EQ(fieldOfView({"--fov", "135", "--size", "256x512"}), "80 degrees across, 135 down");
+    EXPECT_EQ(fieldOfView({"--fov", "135", "--size", "256x512"}),
+              "80 degrees of the lens across, 135 down");
 }
 
 TEST_F(Explain, FieldOfViewDoesNotJumpWhereTheEyeArrivesInTheMiddle) {
     for (const char* const zoom : {"1.999", "2"}) {
         EXPECT_EQ(Square(View("ceiling", "vcam", {"--zoom", zoom})).On("field of view"),
-                  "91 degrees across, 91 down")
+                  "91 degrees of the lens across, 91 down")
             << zoom;
     }
 }
