@@ -1,7 +1,6 @@
 #include "AngleArguments.h"
 
 #include "Failure.h"
-#include "Lens.h"
 #include "Numbers.h"
 #include "Progress.h"
 
@@ -27,14 +26,10 @@ void CheckHasNoVirtualCameraOptions(const AngleArguments& arguments) {
 
 bool IsAimedOutsideTheLens(const AngleArguments& arguments,
                            const KivFisheyeLib::DewarpParams& lens) {
-    if (arguments.aim.empty()) {
-        return false;
-    }
     // Points and radii are written in decimals: those of the rim may come out beside it.
     constexpr double kRim = 1.0 + 1e-6;
-    const std::vector<double> point = NumbersOfText(arguments.aim);
-    return LensPoint{(point.at(0) - 0.5) / lens.radiusX, (0.5 - point.at(1)) / lens.radiusY}
-               .Radius() > kRim;
+    const std::optional<LensPoint> point = AimedPoint(arguments, lens);
+    return point && point->Radius() > kRim;
 }
 
 }  // namespace
@@ -49,6 +44,15 @@ void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
             throw UsageError(aimName + ": both numbers must be from 0 to 1");
         }
     }
+}
+
+std::optional<LensPoint> AimedPoint(const AngleArguments& arguments,
+                                    const KivFisheyeLib::DewarpParams& lens) {
+    if (arguments.aim.empty()) {
+        return std::nullopt;
+    }
+    const std::vector<double> point = NumbersOfText(arguments.aim);
+    return LensPoint{(point.at(0) - 0.5) / lens.radiusX, (0.5 - point.at(1)) / lens.radiusY};
 }
 
 Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Lens.h"
 #include "ViewCamera.h"
 
 namespace KivFisheyeTools {
@@ -25,6 +26,10 @@ struct AngleArguments {
 /// `aimName` is what the user calls the point.
 void CheckAngles(const AngleArguments& arguments, KivFisheyeLib::ViewType view,
                  const std::string& aimName = "--aim");
+
+/// The point of --aim in the lens image, where one is given.
+std::optional<LensPoint> AimedPoint(const AngleArguments& arguments,
+                                    const KivFisheyeLib::DewarpParams& lens);
 
 /// What the options ask for. Throws `Failure` when the lens is too small to aim at a point of it.
 Angles AskedAngles(const AngleArguments& arguments, const ViewCamera& camera);

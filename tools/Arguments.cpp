@@ -218,8 +218,8 @@ void AddViewOptions(CLI::App* command, ViewArguments* arguments) {
 void AddZoomOptions(CLI::App* command, AngleArguments* arguments) {
     CLI::Option* zoom = command->add_option(
         "--zoom", arguments->zoom,
-        "Virtual camera: 1 shows all the lens sees, 2 shows 90 degrees, each step more 10 degrees "
-        "less");
+        "Virtual camera: 1 shows all the lens sees, 2 shows 90 degrees from top to bottom, and "
+        "from there on each unit takes off 10");
     CLI::Option* fieldOfView = command->add_option(
         "--fov", arguments->fieldOfView,
         "Virtual camera: the zoom, as the degrees that the view's height shows");
@@ -234,11 +234,14 @@ void AddAngleOptions(CLI::App* command, AngleArguments* arguments) {
         "at the left edge, in a ceiling camera's dual panorama the lens's left, and that of a wall "
         "camera does not turn; a dual panorama at exactly 180 is that at 0. Virtual camera: "
         "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
-        "bottom and runs anticlockwise, wall -90 to 90 with the right positive");
+        "bottom and runs anticlockwise, wall has the right positive, as far as the view stays "
+        "inside "
+        "the lens image: 45 degrees at a zoom of 2, 85 at 10");
     CLI::Option* tilt = command->add_option(
         "--tilt", arguments->tilt,
-        "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Ceiling 0 to 90, table "
-        "-90 to 0, wall -90 to 90 with up positive; the view stays inside the lens image");
+        "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Positive for a "
+        "ceiling, negative for a table, wall with up positive; as far as the view stays inside the "
+        "lens image: 45 degrees at a zoom of 2, 85 at 10");
     CLI::Option* aim = command->add_option(
         "--aim", arguments->aim,
         std::string("Virtual camera: the point of the input to look at, as ") + kAimedPointHelp);

@@ -18,8 +18,8 @@ const CommandText kProgramText = {
 
 const CommandText kAimText = {
     {"The line printed is what --pan, --tilt and --zoom of the other commands take, in this order. "
-     "Where such a view would reach beyond the lens image they limit it, which is told here too, "
-     "with the widest --fov that would do: views near the rim need a small one."},
+     "They limit a view that would reach beyond the lens image. That is told here too, with the "
+     "widest --fov that looks there, if any does: views near the rim need a small one."},
     {{"The angles of a view, 60 degrees high, of something at the right above the middle",
       "kivfisheye aim 0.7,0.3 --mount ceiling --fov 60"}}};
 
@@ -50,7 +50,10 @@ const CommandText kInfoText = {
 const CommandText kMeshText = {
     {"With the usual radii the lens's circle fills the texture; with those of a frame, the texture "
      "is the frame. The grid is that of pan 0. A vertex exactly on a wall camera's axis, where its "
-     "direction is not defined, is written as the centre of the lens."},
+     "direction is not defined, is written as the centre of the lens.",
+     "Places in the frame count from the middle of its first pixel to that of its last. Drawn as "
+     "they are they lie up to half a pixel off, as a texture counts from edge to edge. To have it "
+     "exact give radii of (n - 1) / n times the lens's, where n is the pixels of that side."},
     {{"The full panorama of a ceiling camera without the middle of the lens",
       "kivfisheye mesh room.obj --mount ceiling --view full --columns 128 --rows 32 --inner-radius "
       "0.2"}}};

@@ -45,16 +45,16 @@ std::string OutputLine(const ViewFacts& facts) {
     return "output: " + WordsFor(facts.output) + " pixels, " + OriginOfSize(facts);
 }
 
-std::string WordsForRow(double radius, const Lens& lens) {
-    // A source pixel may lie a little beside what a row shows.
-    const double pixel = 1.5 / std::min(lens.radiusX * lens.width, lens.radiusY * lens.height);
-    if (radius <= pixel) {
+std::string WordsForRow(double radius) {
+    // What is measured may lie a little beside what a row shows.
+    constexpr double kBeside = 0.001;
+    if (radius <= kBeside) {
         return "the lens's centre";
     }
-    if (std::abs(radius - 1.0) <= pixel) {
+    if (std::abs(radius - 1.0) <= kBeside) {
         return "the lens's rim, 90 degrees off its axis";
     }
-    return Rounded(radius, 2) + " of the lens's radius, " + Rounded(radius * kRightAngle, 0) +
+    return Rounded(radius, 2) + " of the lens's radius, " + Rounded(radius * kRightAngle, 1) +
            " degrees off its axis";
 }
 
@@ -71,10 +71,10 @@ void AddRingLines(const ViewFacts& facts, std::vector<std::string>* lines) {
                              Rounded(degrees, 0) + " degrees clockwise from its top");
         }
         if (part.topRadius) {
-            lines->push_back(prefix + "top row: " + WordsForRow(*part.topRadius, facts.lens));
+            lines->push_back(prefix + "top row: " + WordsForRow(*part.topRadius));
         }
         if (part.bottomRadius) {
-            lines->push_back(prefix + "bottom row: " + WordsForRow(*part.bottomRadius, facts.lens));
+            lines->push_back(prefix + "bottom row: " + WordsForRow(*part.bottomRadius));
         }
     }
 }
@@ -82,8 +82,10 @@ void AddRingLines(const ViewFacts& facts, std::vector<std::string>* lines) {
 void AddWallLines(const ViewFacts& facts, std::vector<std::string>* lines) {
     const double angle = facts.view.lens.wallViewAngle;
     lines->push_back("left and right edge: 90 degrees to the left and to the right");
-    lines->push_back("top and bottom row: " + Rounded(angle, 1) +
-                     " degrees above and below the horizon");
+    lines->push_back(facts.output.height == 1
+                         ? "only row: " + Rounded(angle, 1) + " degrees above the horizon"
+                         : "top and bottom row: " + Rounded(angle, 1) +
+                               " degrees above and below the horizon");
     lines->push_back("scale: " + Rounded(facts.output.width / (2.0 * kRightAngle), 2) +
                      " pixels for each degree across, " +
                      Rounded(facts.output.height / (2.0 * angle), 2) + " down");

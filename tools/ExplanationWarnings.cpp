@@ -29,6 +29,15 @@ void WarnOfRadii(const ViewFacts& facts, Warnings* warnings) {
     }
 }
 
+void WarnOfTheAim(const ViewFacts& facts, Warnings* warnings) {
+    constexpr double kMuch = 1.5;
+    if (IsWall(facts.view) && facts.degreesBesideAim.value_or(0.0) > kMuch) {
+        warnings->push_back("the point of --aim lies " + Rounded(*facts.degreesBesideAim, 1) +
+                            " degrees beside the middle; on a wall the library aims exactly along "
+                            "the lens's two axes alone");
+    }
+}
+
 /// The halves are equally high, which may leave a row over.
 bool HasRowLeftOver(const ViewFacts& facts) {
     return IsDualPanorama(facts.view) && facts.output.height % 2 != 0;
@@ -45,27 +54,41 @@ void WarnOfTheDualPanorama(const ViewFacts& facts, Warnings* warnings) {
     }
 }
 
-/// Where even the densest span has less than a source pixel for each of its own. A few hundredths less
-/// are hardly to be seen.
-bool IsUpsampled(const std::optional<Range>& steps) {
-    constexpr double kAboutOne = 0.95;
-    return steps && steps->most < kAboutOne;
-}
-
-void WarnOfUpsampling(const SourceUse& use, Warnings* warnings) {
+/// The directions in which a number of the view's spans is one to warn of, with this number.
+template <class IsWorthAWarning>
+std::string Steps(const SourceUse& use, double Range::*number, IsWorthAWarning isWorthAWarning) {
     std::vector<std::string> directions;
     const auto note = [&](const std::optional<Range>& steps, const char* direction) {
-        if (IsUpsampled(steps)) {
-            directions.push_back(Rounded(steps->most, 2) + " source pixels " + direction);
+        if (steps && isWorthAWarning((*steps).*number)) {
+            directions.push_back(Rounded((*steps).*number, 2) + " source pixels " + direction);
         }
     };
     note(use.across, "across");
     note(use.down, "down");
-    if (!directions.empty()) {
+    return directions.empty() ? "" : Listed(directions, "and");
+}
+
+/// Where even the densest span has less than a source pixel for each of its own. A few hundredths
+/// less are hardly to be seen.
+void WarnOfUpsampling(const SourceUse& use, Warnings* warnings) {
+    constexpr double kAboutOne = 0.95;
+    const std::string steps =
+        Steps(use, &Range::most, [](double most) { return most < kAboutOne; });
+    if (!steps.empty()) {
         warnings->push_back(
-            "the output upsamples the source: for each of its pixels there are at "
-            "most " +
-            Listed(directions, "and") + ", so that they are shown several times");
+            "the output upsamples the source: for each of its pixels there are at most " + steps);
+    }
+}
+
+/// A panorama's rim has 1.57 across in the recommended size, but its rows have less on average.
+void WarnOfSkipping(const SourceUse& use, Warnings* warnings) {
+    constexpr double kMany = 1.5;
+    const std::string steps = Steps(use, &Range::mean, [](double mean) { return mean >= kMany; });
+    if (!steps.empty()) {
+        warnings->push_back(
+            "the output skips source pixels: for each of its pixels, which shows "
+            "one, there are on average " +
+            steps);
     }
 }
 
@@ -85,9 +108,11 @@ void WarnOfBlack(const ViewFacts& facts, Warnings* warnings) {
 std::vector<std::string> WarningsAbout(const ViewFacts& facts) {
     Warnings warnings = facts.notesOnAngles;
     WarnOfRadii(facts, &warnings);
+    WarnOfTheAim(facts, &warnings);
     WarnOfTheDualPanorama(facts, &warnings);
     if (HasExtent(facts.view.lens)) {
         WarnOfUpsampling(facts.use, &warnings);
+        WarnOfSkipping(facts.use, &warnings);
     }
     WarnOfBlack(facts, &warnings);
     return warnings;

@@ -67,6 +67,13 @@ bool HasUnknownName(const CLI::App& app) {
     return !app.remaining(false).empty() || std::any_of(extras.begin(), extras.end(), IsOption);
 }
 
+std::string SentenceOf(const CLI::ArgumentMismatch& error) {
+    const std::string text = error.what();
+    const std::string name = text.substr(0, text.find(':'));
+    const bool isMissing = text.find(" missing") != std::string::npos;
+    return name + (isMissing ? " needs a value" : " is given more than once");
+}
+
 int Run(int argc, char** argv) {
     CommandLine app;
     try {
@@ -76,14 +83,15 @@ int Run(int argc, char** argv) {
         }
     } catch (const CLI::ExtrasError&) {
         return Complain(ComplaintAboutWords(app), kUsage);
-    } catch (const CLI::RequiredError& error) {
-        // Whoever misspells a name wants to hear of that before what is then missing.
-        return Complain(HasUnknownName(app) ? ComplaintAboutWords(app) : error.what(), kUsage);
+    } catch (const CLI::ArgumentMismatch& error) {
+        return Complain(SentenceOf(error), kUsage);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
-            return Complain(error.what(), kUsage);
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            app.exit(error);
+        } else {
+            // Whoever misspells a name wants to hear of that before what is then wrong or missing.
+            return Complain(HasUnknownName(app) ? ComplaintAboutWords(app) : error.what(), kUsage);
         }
-        app.exit(error);
     }
     if (!std::cout.flush()) {
         return Complain("cannot write to standard output", kFailure);

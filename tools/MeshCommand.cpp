@@ -62,8 +62,9 @@ void WriteObj(const MeshArguments& arguments, const std::vector<MeshGrid>& grids
     TextFile file(arguments.output);
     file << "# The " << arguments.view.view << " panorama of a " << arguments.view.mount
          << " camera, as a flat rectangle in the plane z = 0.\n"
-            "# Texture: the fisheye frame. u runs from 0 at its left to 1 at its right, v from 0 "
-            "at its bottom up to 1 at its top.\n";
+            "# Texture: the fisheye frame. With the radii of the lens u is 0 in the middle of its "
+            "first column of pixels and 1 in that of its last, v 0 in that of its bottom row and "
+            "1 in that of its top one.\n";
     std::uint32_t first = 1;
     for (const MeshGrid& grid : grids) {
         WriteObject(grid, first, &file);
@@ -79,8 +80,8 @@ void WriteJson(const MeshArguments& arguments, const std::vector<MeshGrid>& grid
     file << "  \"order\": \"row by row from the top left\",\n"
             "  \"positions\": \"x to the right and y up, in heights of the panorama from its "
             "bottom left\",\n"
-            "  \"texture\": \"fractions of the frame's width and height, from its top left: 0 "
-            "and 1 are the texture's edges\",\n"
+            "  \"texture\": \"fractions of the frame's width and height, from its top left: with "
+            "the radii of the lens 0 is the middle of the first pixel and 1 that of the last\",\n"
             "  \"grids\": [";
     const char* separator = "\n";
     for (const MeshGrid& grid : grids) {

@@ -41,7 +41,8 @@ std::optional<double> BearingOfLeftEdge(const SourcePlaces& places, const Lens& 
             outermost = outermost && outermost->Radius() >= point.Radius() ? outermost : point;
         }
     }
-    if (!outermost) {
+    constexpr double kCentre = 0.001;
+    if (!outermost || outermost->Radius() < kCentre) {
         return std::nullopt;
     }
     const double bearing = Degrees(std::atan2(outermost->right, outermost->up));
@@ -74,6 +75,16 @@ std::vector<PartFacts> PartsOf(const SourcePlaces& places, const Lens& lens, std
                          MeanRadius(places, lens, rows.end - 1)});
     }
     return parts;
+}
+
+std::optional<double> DegreesBesideAim(const AngleArguments& angles, const ViewFacts& facts) {
+    const std::optional<LensPoint> aimed = AimedPoint(angles, facts.view.lens);
+    if (!aimed || !facts.middle || !IsSameView(facts.asked, facts.taken)) {
+        return std::nullopt;
+    }
+    const LensPoint middle = PointAt(facts.lens, *facts.middle);
+    const LensPoint difference{middle.right - aimed->right, middle.up - aimed->up};
+    return Degrees(difference.OffAxis());
 }
 
 /// The map is made of all four bytes of a pixel.
@@ -159,6 +170,7 @@ ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, Outpu
     facts.use = MeasureUse(map, finder.Places(), facts.lens, parts);
     facts.parts = PartsOf(finder.Places(), facts.lens, parts);
     facts.middle = MiddleOf(finder.Places());
+    facts.degreesBesideAim = DegreesBesideAim(angles, facts);
     return facts;
 }
 

@@ -16,7 +16,8 @@ class VideoReader;
 
 /// What one picture of a view shows: a panorama, or one half of a dual panorama.
 struct PartFacts {
-    /// What the left edge shows at the rim of the lens, in degrees clockwise from the lens's top.
+    /// What the left edge shows farthest from the centre of the lens, in degrees clockwise from its
+    /// top; nothing where all of it shows the centre.
     std::optional<double> leftBearing;
     /// What the first and the last row show, as parts of the lens's radius.
     std::optional<double> topRadius;
@@ -40,6 +41,8 @@ struct ViewFacts {
     std::vector<PartFacts> parts;
     /// What lies in the middle of the output, unless that is black.
     std::optional<Place> middle;
+    /// How far beside that a point lies that the view was aimed at and may look at, in degrees.
+    std::optional<double> degreesBesideAim;
 };
 
 /// Finds out by flattening numbers in place of colours. Throws `Failure` when the view cannot be made

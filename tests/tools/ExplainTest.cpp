@@ -30,22 +30,31 @@ protected:
     TemporaryFolder m_folder;
 };
 
-/// Which percentage of a round lens's pixels a view shows, counted in the picture that the library
-/// makes of 3-byte numbers.
-double PercentageShown(std::uint32_t side, const LibraryView& view, std::uint32_t width,
-                       std::uint32_t height) {
-    Picture input(side, side, 3);
+/// A picture whose pixels are their own numbers, from 1 on, in 3 bytes.
+Picture Numbered(std::uint32_t side) {
+    Picture picture(side, side, 3);
     for (std::uint32_t number = 0; number < side * side; ++number) {
-        std::uint8_t* pixel = input.Row(number / side) + std::size_t{3} * (number % side);
+        std::uint8_t* pixel = picture.Row(number / side) + std::size_t{3} * (number % side);
         for (unsigned byte = 0; byte < 3; ++byte) {
             pixel[byte] = static_cast<std::uint8_t>((number + 1) >> (8 * byte));
         }
     }
-    const Picture output = FlattenedByLibrary(input, view, width, height);
+    return picture;
+}
+
+std::uint32_t NumberAt(const Picture& view, std::uint32_t column, std::uint32_t row) {
+    const std::uint8_t* pixel = view.Row(row) + std::size_t{3} * column;
+    return pixel[0] + 256U * pixel[1] + 65536U * pixel[2];
+}
+
+/// Which percentage of a round lens's pixels a view shows, counted in the picture that the library
+/// makes of numbers.
+double PercentageShown(std::uint32_t side, const LibraryView& view, std::uint32_t width,
+                       std::uint32_t height) {
+    const Picture output = FlattenedByLibrary(Numbered(side), view, width, height);
     std::set<std::uint32_t> shown;
     for (std::uint32_t i = 0; i < width * height; ++i) {
-        const std::uint8_t* pixel = output.Row(i / width) + std::size_t{3} * (i % width);
-        const std::uint32_t number = pixel[0] + 256U * pixel[1] + 65536U * pixel[2];
+        const std::uint32_t number = NumberAt(output, i % width, i / width);
         if (number > 0) {
             shown.insert(number - 1);
         }
@@ -195,6 +204,44 @@ TEST_F(Explain, FieldOfViewDoesNotJumpWhereTheEyeArrivesInTheMiddle) {
                   "91 degrees of the lens across, 91 down")
             << zoom;
     }
+}
+
+TEST_F(Explain, FieldOfViewIsThatOfThePicture) {
+    constexpr std::uint32_t kSide = 1001;
+    constexpr double kRadius = 500.0;
+    const auto degreesOffAxis = [&](std::uint32_t number) {
+        return 90.0 / kRadius *
+               std::hypot((number - 1) % kSide - kRadius, (number - 1) / kSide - kRadius);
+    };
+    for (const char* const zoom : {"1", "1.25", "1.5", "1.99", "2", "4", "10"}) {
+        const ExplainedRun run =
+            Square(View("ceiling", "vcam", {"--zoom", zoom, "--size", "512x511"}));
+        const LibraryView view{KivFisheyeLib::MountTypeCeiling, KivFisheyeLib::ViewTypeVCam, 0.0F,
+                               0.0F, std::stof(zoom)};
+        const Picture shown = FlattenedByLibrary(Numbered(kSide), view, 512, 511);
+        // What is told has no decimals, and a pixel is a fifth of a degree.
+        EXPECT_NEAR(
+            run.NumberOn("field of view", 0),
+            degreesOffAxis(NumberAt(shown, 1, 255)) + degreesOffAxis(NumberAt(shown, 510, 255)),
+            1.4)
+            << zoom;
+        EXPECT_NEAR(
+            run.NumberOn("field of view", 1),
+            degreesOffAxis(NumberAt(shown, 256, 1)) + degreesOffAxis(NumberAt(shown, 256, 509)),
+            1.4)
+            << zoom;
+    }
+}
+
+TEST_F(Explain, NamesTheCentreWhereItHasNoDirection) {
+    const ExplainedRun run = Square(View("table", "dual", {"--size", "8x2"}));
+    EXPECT_EQ(run.On("upper half, top row"), "the lens's centre");
+    EXPECT_EQ(run.Text().find("left edge"), std::string::npos) << run.Text();
+}
+
+TEST_F(Explain, KnowsAWallPanoramaOfOneRow) {
+    EXPECT_EQ(Square(View("wall", "full", {"--size", "8x1"})).On("only row"),
+              "45 degrees above the horizon");
 }
 
 TEST_F(Explain, TellsWhereAVirtualCameraLooks) {

@@ -61,14 +61,24 @@ const std::vector<WarningCase> kWarnings = {
      Wide({}), Wide({"--radius-x", "0.375"})},
     {"WidthUpsampled",
      "the output upsamples the source: for each of its pixels there are at most # source pixels "
-     "across, so that they are shown several times",
+     "across",
      Square("ceiling", "full", {"--size", "1024x128"}),
      Square("ceiling", "full", {"--size", "800x128"})},
     {"HeightUpsampled",
      "the output upsamples the source: for each of its pixels there are at most # source pixels "
-     "down, so that they are shown several times",
+     "down",
      Square("ceiling", "full", {"--size", "512x256"}),
      Square("ceiling", "full", {"--size", "512x128"})},
+    {"PixelsSkippedAcross",
+     "the output skips source pixels: for each of its pixels, which shows one, there are on "
+     "average # source pixels across",
+     Square("ceiling", "full", {"--size", "256x128"}),
+     Square("ceiling", "full", {"--size", "512x128"})},
+    {"PixelsSkippedDown",
+     "the output skips source pixels: for each of its pixels, which shows one, there are on "
+     "average # source pixels down",
+     Square("ceiling", "full", {"--size", "512x64"}),
+     Square("ceiling", "full", {"--size", "512x100"})},
     {"MuchBlack", "#% of the output stays black, because it lies outside the lens or the frame",
      Square("ceiling", "vcam", {"--size", "320x256", "--radius-y", "0.5"}),
      Square("ceiling", "vcam")},
@@ -87,6 +97,21 @@ const std::vector<WarningCase> kWarnings = {
     {"AimBesideTheLens", "the point lies outside the lens image",
      Square("ceiling", "vcam", {"--aim", "0.01,0.01", "--fov", "10"}),
      Square("ceiling", "vcam", {"--aim", "0.5,0.2", "--fov", "10"})},
+    // Pan and tilt are 36 degrees, so the view looks acos(cos² 36) = 49.1 degrees off the axis, and
+    // atan2(sin 36, sin 36 cos 36) = 51.0 degrees up from the right. With 1.01 times that angle the
+    // lens has it at 0.347 and 0.429 of its radius instead of 0.4 and 0.4: 0.060, or 5.4 degrees.
+    {"AimOfAWall",
+     "the point of --aim lies # degrees beside the middle; on a wall the library aims exactly "
+     "along "
+     "the lens's two axes alone",
+     Square("wall", "vcam", {"--aim", "0.7,0.3", "--fov", "30"}),
+     Square("wall", "vcam", {"--aim", "0.7,0.5", "--fov", "30"})},
+    {"AimOfACeiling",
+     "the point of --aim lies # degrees beside the middle; on a wall the library aims exactly "
+     "along "
+     "the lens's two axes alone",
+     Square("wall", "vcam", {"--aim", "0.7,0.7", "--fov", "30"}),
+     Square("ceiling", "vcam", {"--aim", "0.7,0.7", "--fov", "30"})},
     {"HalfTurnOfADualPanorama", "a dual panorama at a pan of exactly 180 is that at 0",
      Square("table", "dual", {"--pan", "180"}), Square("table", "dual", {"--pan", "179"})},
     {"HalfTurnOfAFullPanorama", "a dual panorama at a pan of exactly 180 is that at 0",
@@ -138,7 +163,29 @@ TEST(WarningNumbers, AreMeasured) {
     // The rim is a circle of 127.5 pixels' radius, and 1024 columns have 1023 steps.
     EXPECT_NEAR(NumberWarnedOf(Square("ceiling", "full", {"--size", "1024x128"})), 0.783, 0.02);
     EXPECT_NEAR(NumberWarnedOf(Square("ceiling", "full", {"--size", "512x256"})), 0.5, 0.02);
+    // 64 rows have 63 steps of 127.5 pixels together.
+    EXPECT_NEAR(NumberWarnedOf(Square("ceiling", "full", {"--size", "512x64"})), 2.02, 0.02);
+    EXPECT_NEAR(NumberWarnedOf(
+                    Square("wall", "vcam", {"--aim", "0.7,0.3", "--fov", "30", "--size", "40x40"})),
+                5.4, 0.2);
     // A circle as high as a picture that is 1.25 times as wide.
     EXPECT_NEAR(NumberWarnedOf(Square("ceiling", "vcam", {"--size", "320x256"})),
                 100.0 * (1.0 - 3.14159265 / 4.0 / 1.25), 1.0);
+}
+
+TEST(RecommendedSizes, SkipNothing) {
+    const TemporaryFolder folder;
+    WritePlain(folder, "square.png", 256, 256, 90);
+    for (const char* mount : {"wall", "ceiling", "table"}) {
+        for (const char* view : {"vcam", "full", "dual"}) {
+            if (mount == std::string("wall") && view == std::string("dual")) {
+                continue;
+            }
+            for (const std::string& warning :
+                 ExplainedRun(folder, Square(mount, view)).Warnings()) {
+                EXPECT_EQ(warning.find("skips"), std::string::npos)
+                    << mount << ' ' << view << ": " << warning;
+            }
+        }
+    }
 }

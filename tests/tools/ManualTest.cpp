@@ -135,7 +135,7 @@ TEST(Manual, SaysWhatAnOptionTakes) {
           "Where the camera hangs. Required. One of wall, ceiling or table.",
           "The name ends with .png, .jpg, .jpeg or .mp4.", "From 10 to 90. Default: 45.",
           "One of rgb24 or rgb32. Default: rgb32.", "Not together with --pan and --tilt.",
-          "--size WIDTHxHEIGHT Output size", "wall -90 to 90"}) {
+          "--size WIDTHxHEIGHT Output size", "wall has the right positive"}) {
         EXPECT_NE(text.find(words), std::string::npos) << words << " in " << text;
     }
     const std::string sheet = OneLine(Rendered(PathOf("kivfisheye-sheet")));

@@ -240,7 +240,9 @@ TEST(Mesh, IsAlsoJsonWithVRunningDown) {
     EXPECT_EQ(json["view"].text, "dual");
     EXPECT_EQ(json["lens"]["innerRadiusRatio"].number, 0.25F);
     EXPECT_EQ(json["lens"].members.count("wallViewAngle"), 0U);
-    EXPECT_NE(json["texture"].text.find("0 and 1 are the texture's edges"), std::string::npos);
+    EXPECT_NE(
+        json["texture"].text.find("0 is the middle of the first pixel and 1 that of the last"),
+        std::string::npos);
     const std::vector<ObjObject> objects = Mesh(options);
     ASSERT_EQ(json["grids"].list.size(), 2U);
     for (std::size_t i = 0; i < 2; ++i) {
