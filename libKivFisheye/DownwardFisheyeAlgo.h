@@ -68,10 +68,10 @@ public:
                              float radiusY, float innerRadiusRatio);
 
     /// Converts one frame of the sizes and the pixel size that `Init` was told; 32-bit conversions
-    /// write nothing with a table for 24 bits. Row padding is not touched. The overloads with `pan`,
-    /// in degrees, move the picture to the left by whole columns, so 360 divided by `dstWidth` is the
-    /// smallest turn; they do not turn for a negative pan, and write nothing for NaN and plus
-    /// infinity.
+    /// write nothing with a table for 24 bits. Row padding is not touched. The overloads with
+    /// `pan`, in degrees, move the picture to the left by whole columns, so 360 divided by
+    /// `dstWidth` is the smallest turn; they do not turn for a negative pan, and write nothing for
+    /// NaN and plus infinity.
     KIVFISHEYE_API void CvtRGB24(const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB24(float pan, const unsigned char* src, unsigned char* dst);
     KIVFISHEYE_API void CvtRGB32(const unsigned char* src, unsigned char* dst);

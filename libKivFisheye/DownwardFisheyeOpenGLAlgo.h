@@ -23,8 +23,8 @@ KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rows
                                                            int rowsSecond, float innerRadiusRatio,
                                                            bool centerAtOrigin, float* coordinates);
 
-/// The scalar form of the functions above, which choose by the processor: its rows are never padded,
-/// and its list may lie anywhere.
+/// The scalar form of the functions above, which choose by the processor: its rows are never
+/// padded, and its list may lie anywhere.
 namespace C {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
                                                        float innerRadiusRatio, bool centerAtOrigin,

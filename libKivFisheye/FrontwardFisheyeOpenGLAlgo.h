@@ -15,8 +15,8 @@ namespace FrontwardFisheyeAlgoNS {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAngle,
                                                        bool centerAtOrigin, float* coordinates);
 
-/// The scalar form of the function above, which chooses by the processor: its rows are never padded,
-/// and its list may lie anywhere.
+/// The scalar form of the function above, which chooses by the processor: its rows are never
+/// padded, and its list may lie anywhere.
 namespace C {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int width, int height, float wallViewAngle,
                                                        bool centerAtOrigin, float* coordinates);

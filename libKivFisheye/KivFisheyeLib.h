@@ -121,9 +121,9 @@ public:
     /// `kResultNotReady`: the context has no scene.
     ///
     /// A virtual camera shows the whole lens circle at zoom 1, a view 90 degrees high at zoom 2,
-    /// and 10 degrees less for each further unit of zoom. A turn costs nothing. What it cannot show
-    /// is limited, where L is 90 less half the view's height, about where the middle of its edge
-    /// reaches the rim; corners may show black:
+    /// and 10 degrees less for each further unit of zoom. It computes every frame anew, so a turn
+    /// takes no time of its own. What it cannot show is limited, where L is 90 less half the view's
+    /// height, about where the middle of its edge reaches the rim; corners may show black:
     ///
     /// - wall: pan to the right and tilt upward, both -L to L.
     /// - ceiling: pan 0 to 360, clockwise on the fisheye picture from its top; tilt from 0, the
@@ -137,10 +137,11 @@ public:
     ///
     /// A panorama of a ceiling or table camera takes the pan alone and stores it as 0 up to 360. At
     /// 0 the right of the lens is at the picture's left edge, in a ceiling's dual panorama the left
-    /// of the lens; a growing pan moves the picture to the left, by whole columns. The halves of a
-    /// dual panorama are one ring: what leaves either at its left edge enters the other at its
-    /// right. At exactly 180 it is not turned, as at 0. NaN and infinity are stored as NaN, and
-    /// `Process` then writes nothing.
+    /// of the lens; a growing pan moves the picture to the left, by whole columns. That builds no
+    /// tables anew, and a frame takes up to a quarter longer. The halves of a dual panorama are one
+    /// ring: what leaves either at its left edge enters the other at its right. At exactly 180 it
+    /// is not turned, as at 0. NaN and infinity are stored as NaN, and `Process` then writes
+    /// nothing.
     ///
     /// A wall's panorama shows all there is before the lens and does not turn: any pan is stored as
     /// 0.
@@ -166,10 +167,10 @@ public:
 
     /// Converts the picture that now lies in the input buffer into the output buffer, on this
     /// thread. `frameTag` is the client's own and is not looked at. `kResultNullPointer`: a frame
-    /// is not set. `kResultNotReady`: no scene serves this mount and view. A virtual camera needs
-    /// 12 bytes for each pixel of an output row or 4 for each input row, for the time of the call,
-    /// and throws `std::bad_alloc` when they cannot be had; so do setters that convert a frame at
-    /// once. Pixels that show nothing of the lens are zero bytes.
+    /// is not set. `kResultNotReady`: no scene serves this mount and view. A virtual camera takes
+    /// at most 12 bytes for each pixel of an output row or 4 for each input row, for the time of
+    /// the call, and throws `std::bad_alloc` when they cannot be had; so do setters that convert a
+    /// frame at once. Pixels that show nothing of the lens are zero bytes.
     virtual ResultCode Process(unsigned long long frameTag) = 0;
 
     /// Makes a still picture of the present view, in the size that `GetRecommendOutputVideoSize`

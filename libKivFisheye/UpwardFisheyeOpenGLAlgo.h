@@ -7,11 +7,16 @@
 /// grid lies on the lens image.
 ///
 /// A grid is drawn as a flat rectangle with the fisheye picture as its texture. Coordinates are u
-/// and v by turns, row by row, for a lens circle that fills its texture: u runs from 0 at the left
+/// and v by turns, row by row, for a lens circle that fills the frame: u runs from 0 at the left
 /// to 1 at the right and v from 0 at the top to 1 at the bottom, or both from -0.5 to 0.5 with
 /// `centerAtOrigin`. A lens that fills another part of the frame is the client's to fit: with the
 /// centre at the origin a vertex lies at 0.5 + 2 * `radiusX` * u and 0.5 + 2 * `radiusY` * v of the
 /// frame.
+///
+/// As in outlines, 0 and 1 are the middles of the frame's first and last pixel; a texture has them
+/// at its edges. On a side of n pixels the place f of the frame is (f * (n - 1) + 0.5) / n of the
+/// texture: there it holds what `Process` shows. Taken for the texture's own, f is up to half a
+/// pixel off, most at the edges.
 ///
 /// `innerRadiusRatio` is that of `DewarpParams`. Rows are evenly spaced in radius, from the inner
 /// edge of the ring to the rim, and columns in angle, from the right of the lens by way of its top
@@ -35,8 +40,8 @@ KIVFISHEYE_API void CalculateDualPanoramaTextureCoordinate(int columns, int rows
                                                            int rowsSecond, float innerRadiusRatio,
                                                            bool centerAtOrigin, float* coordinates);
 
-/// The scalar form of the functions above, which choose by the processor: its rows are never padded,
-/// and its list may lie anywhere.
+/// The scalar form of the functions above, which choose by the processor: its rows are never
+/// padded, and its list may lie anywhere.
 namespace C {
 KIVFISHEYE_API void CalculatePanoramaTextureCoordinate(int columns, int rows,
                                                        float innerRadiusRatio, bool centerAtOrigin,

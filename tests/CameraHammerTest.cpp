@@ -17,8 +17,8 @@
 #include "support/YieldingUnlock.h"
 
 // One camera that eight threads call at will. Under the lock each operation meets the camera in one
-// of the states that the others leave behind, never between two of them, so its answer is one that a
-// single thread gets too.
+// of the states that the others leave behind, never between two of them, so its answer is one that
+// a single thread gets too.
 
 using namespace KivFisheyeLib;
 
@@ -56,8 +56,8 @@ void AddAnswers(const CameraStorm& storm, Kind kind, CKivFisheyeCamera& camera, 
     }
 }
 
-/// What the questions answer in every whole state, and the setters, which do not mind the angles, in
-/// every mount and view with either format.
+/// What the questions answer in every whole state, and the setters, which do not mind the angles,
+/// in every mount and view with either format.
 void AddAnswersOfStates(CameraStorm& storm, AnswerSets& answers) {
     const std::set<CameraPose> poses = storm.ReachablePoses();
     CKivFisheyeCamera camera;

@@ -14,8 +14,8 @@
 #include "support/SerialCamera.h"
 #include "support/YieldingUnlock.h"
 
-// Short histories of a few threads. Each has to be explained by one order of its calls in which none
-// stands before another that had ended when it began, and in which a plain model of the camera
+// Short histories of a few threads. Each has to be explained by one order of its calls in which
+// none stands before another that had ended when it began, and in which a plain model of the camera
 // answers each as the camera did.
 
 using namespace KivFisheyeLib;

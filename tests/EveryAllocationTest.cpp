@@ -34,8 +34,8 @@ struct Reply {
     }
 };
 
-/// What an operation asks memory for: nothing, what a scene takes to be told of a change, to be made
-/// or to convert, or a snapshot.
+/// What an operation asks memory for: nothing, what a scene takes to be told of a change, to be
+/// made or to convert, or a snapshot.
 enum class Needs { Nothing, ToldScene, NewScene, Conversion, Snapshot };
 
 struct Operation {
@@ -143,8 +143,8 @@ private:
         }
     }
 
-    /// The same call again. The mount or view is stored, so there is nothing to change any more where
-    /// the scene was made and only its first frame failed.
+    /// The same call again. The mount or view is stored, so there is nothing to change any more
+    /// where the scene was made and only its first frame failed.
     template <class Call>
     static void ExpectSuccess(const Operation& operation, ReadyCamera& ready, Reply expected,
                               Call call) {

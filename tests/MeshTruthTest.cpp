@@ -121,8 +121,8 @@ class MeshTruth : public testing::Test {
 protected:
     /// How far a mesh and a picture may be apart, in the mesh's units. On a wall the lanes'
     /// arctangent makes it. On a ring the angle runs, by up to 160 sums in the scalar mesh and by a
-    /// sum for each step of at most four lanes in the picture. They are below 8 radians, so that each
-    /// may be off by 2^-22, and the radius is 0.5 at most.
+    /// sum for each step of at most four lanes in the picture. They are below 8 radians, so that
+    /// each may be off by 2^-22, and the radius is 0.5 at most.
     static double Error() {
         constexpr double kOfSum = 0.5 / (1 << 22);
         constexpr int kSums = 160;

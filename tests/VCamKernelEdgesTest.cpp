@@ -102,8 +102,8 @@ TEST_P(VCamKernelEdges, OfTwoSourcePixelsTheScalarFormShowsOnlyTheFirst) {
     }
 }
 
-// From the lens's centre, a ray at right angles to the axis ends on the rim, which touches the frame's
-// border here: half the frame from its middle, to the last bit.
+// From the lens's centre, a ray at right angles to the axis ends on the rim, which touches the
+// frame's border here: half the frame from its middle, to the last bit.
 TEST_P(VCamKernelEdges, RaysToTheFramesBorderShowItsOutermostPixels) {
     struct Border {
         std::size_t element;  // of the matrix that turns all rays, (x, y, -1), to one side

@@ -7,8 +7,8 @@ namespace KivFisheyeTools {
 
 namespace {
 
-/// Everything of the script that is the same for every program. A kind is what may stand in a place:
-/// "names" and the names, "files" and the endings of files, or "nothing".
+/// Everything of the script that is the same for every program. A kind is what may stand in a
+/// place: "names" and the names, "files" and the endings of files, or "nothing".
 constexpr const char* kScript = R"(
 # Names of folders, and of files with one of the endings.
 _kivfisheye_matches() (

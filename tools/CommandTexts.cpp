@@ -51,9 +51,9 @@ const CommandText kMeshText = {
     {"With the usual radii the lens's circle fills the texture; with those of a frame, the texture "
      "is the frame. The grid is that of pan 0. A vertex exactly on a wall camera's axis, where its "
      "direction is not defined, is written as the centre of the lens.",
-     "Places in the frame count from the middle of its first pixel to that of its last. Drawn as "
-     "they are they lie up to half a pixel off, as a texture counts from edge to edge. To have it "
-     "exact give radii of (n - 1) / n times the lens's, where n is the pixels of that side."},
+     "Places in the frame count from the middle of its first pixel to that of its last, and those "
+     "of a texture from edge to edge: drawn as they are they lie up to half a pixel off. Radii of "
+     "(n - 1) / n times the lens's, for a side of n pixels, make a grid for the texture's edges."},
     {{"The full panorama of a ceiling camera without the middle of the lens",
       "kivfisheye mesh room.obj --mount ceiling --view full --columns 128 --rows 32 --inner-radius "
       "0.2"}}};

@@ -62,9 +62,9 @@ void WriteObj(const MeshArguments& arguments, const std::vector<MeshGrid>& grids
     TextFile file(arguments.output);
     file << "# The " << arguments.view.view << " panorama of a " << arguments.view.mount
          << " camera, as a flat rectangle in the plane z = 0.\n"
-            "# Texture: the fisheye frame. With the radii of the lens u is 0 in the middle of its "
-            "first column of pixels and 1 in that of its last, v 0 in that of its bottom row and "
-            "1 in that of its top one.\n";
+            "# Texture: the fisheye frame. With the radii of the lens 0 and 1 are the middles of "
+            "its outermost pixels,\n"
+            "# for u at its left and its right, for v at its bottom and its top.\n";
     std::uint32_t first = 1;
     for (const MeshGrid& grid : grids) {
         WriteObject(grid, first, &file);

@@ -41,7 +41,8 @@ constexpr std::uint32_t kBestQuality = 100;
 
 /// Writes a PNG or JPEG file, as the path's ending says. The file appears under its name only when
 /// it is complete; on `Failure` nothing is left behind. A symbolic link stays, and its target is
-/// written. Throws `UsageError` when the ending is another. `quality` is for JPEG alone, from 1, the smallest file, to the best.
+/// written. Throws `UsageError` when the ending is another. `quality` is for JPEG alone, from 1,
+/// the smallest file, to the best.
 void WritePicture(const std::string& path, const Picture& picture,
                   std::uint32_t quality = kBestQuality);
 

@@ -14,7 +14,8 @@ std::string Rounded(double number, int decimals);
 /// not 0.
 std::string Percentage(std::uint64_t part, std::uint64_t whole);
 
-/// A direction in a picture such as "right" or "lower left", from its degrees clockwise from the top.
+/// A direction in a picture such as "right" or "lower left", from its degrees clockwise from the
+/// top.
 std::string DirectionName(double degrees);
 
 }  // namespace KivFisheyeTools

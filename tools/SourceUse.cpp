@@ -40,8 +40,8 @@ private:
     std::uint64_t m_count = 0;
 };
 
-/// Measures between pixels of one part that lie so many columns or rows apart, the other number being
-/// 0. Without either there is nothing to measure.
+/// Measures between pixels of one part that lie so many columns or rows apart, the other number
+/// being 0. Without either there is nothing to measure.
 std::optional<Range> StepsOf(const SourcePlaces& places, std::uint32_t parts, std::uint32_t across,
                              std::uint32_t down) {
     const Size output = places.Output();

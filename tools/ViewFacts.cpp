@@ -98,7 +98,7 @@ void FlattenNumbers(Flattener* flattener) {
     flattener->Flatten();
 }
 
-/// Where the pixels of a view lie, looked up in two frames that are as large as any in one direction.
+/// Where the pixels of a view lie, looked up in two frames as long as any in one direction.
 class PlaceFinder {
 public:
     explicit PlaceFinder(const ViewFacts& facts)

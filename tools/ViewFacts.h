@@ -45,12 +45,12 @@ struct ViewFacts {
     std::optional<double> degreesBesideAim;
 };
 
-/// Finds out by flattening numbers in place of colours. Throws `Failure` when the view cannot be made
-/// of the reader's first picture.
+/// Finds out by flattening numbers in place of colours. Throws `Failure` when the view cannot be
+/// made of the reader's first picture.
 ViewFacts FactsOf(const ViewArguments& view, const AngleArguments& angles, OutputKind output,
                   VideoReader* reader);
 
-/// The degrees that a virtual camera's view shows from its top to its bottom, and between its sides.
+/// The degrees of the lens that a virtual camera shows from top to bottom, and from side to side.
 double DegreesDown(double zoom);
 double DegreesAcross(double zoom, const Size& output);
 

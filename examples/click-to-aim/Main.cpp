@@ -5,6 +5,7 @@
 #include <Terminal.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 using namespace KivFisheyeLib;
 

@@ -11,7 +11,7 @@ using namespace KivFisheyeLib;
 
 namespace {
 
-/// Lists of points lie at multiples of 16 bytes; 512 is a multiple of what every operation asks for.
+/// Lists of points lie at multiples of 16 bytes; 512 is a multiple of what each operation asks for.
 constexpr int kCount = 512;
 struct alignas(16) Outline {
     std::array<float, std::size_t{2} * kCount> points;
@@ -97,6 +97,12 @@ void Run(const Arguments& arguments) {
     Picture shape = RecommendedPicture(camera);
     Require(camera.SetOutputVideoParams(FrameOf(shape)), "SetOutputVideoParams");
     Require(camera.SetAbsolutePTZ(aim.pan, aim.tilt, aim.zoom), "SetAbsolutePTZ");
+    PanTiltZoom taken{};
+    camera.GetPTZ(&taken.pan, &taken.tilt, &taken.zoom);
+    if (view == ViewTypeDualPanorama && taken.pan == 180.0F) {
+        // At half a turn exactly the picture is not turned, but its outlines would be.
+        camera.SetAbsolutePTZ(0.0F, taken.tilt, taken.zoom);
+    }
     DrawView(context.get(), mount, view, fisheye);
     WritePng(arguments[3], fisheye);
 }

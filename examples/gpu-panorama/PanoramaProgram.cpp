@@ -7,24 +7,28 @@
 
 namespace {
 
-// The lens ellipse is the client's to fit: a vertex's lens point becomes a place in the frame here.
+// The lens ellipse is the client's to fit: a vertex's lens point becomes a place in the texture
+// here. Radii are fractions of the way from the middle of the frame's first pixel to that of its
+// last; a texture runs from edge to edge, which is a pixel more.
 constexpr char kVertexShader[] = R"(#version 330 core
 layout(location = 0) in vec2 position;
 layout(location = 1) in vec2 lensPoint;
 uniform vec2 radius;
-out vec2 framePoint;
+uniform sampler2D fisheye;
+out vec2 texturePoint;
 void main() {
-    framePoint = 0.5 + 2.0 * radius * lensPoint;
+    vec2 size = vec2(textureSize(fisheye, 0));
+    texturePoint = 0.5 + 2.0 * radius * lensPoint * (size - 1.0) / size;
     gl_Position = vec4(position, 0.0, 1.0);
 }
 )";
 
 constexpr char kFragmentShader[] = R"(#version 330 core
-in vec2 framePoint;
+in vec2 texturePoint;
 uniform sampler2D fisheye;
 out vec4 color;
 void main() {
-    color = texture(fisheye, framePoint);
+    color = texture(fisheye, texturePoint);
 }
 )";
 

@@ -6,6 +6,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <stdexcept>
+#include <utility>
 
 using namespace KivFisheyeLib;
 
@@ -99,7 +101,7 @@ void Run(const Arguments& arguments) {
 
 }  // namespace
 
-/// A virtual camera in the terminal: arrows turn it, + and - zoom, r goes back to the start, q ends.
+/// A virtual camera in the terminal: arrows turn it, + and - zoom, r goes to the start, q ends.
 int main(int argc, char** argv) {
     const Example example{"live-ptz", "wall|ceiling|table INPUT.png", {2}};
     return RunExample(example, argc, argv, Run);

@@ -5,6 +5,9 @@
 #include <dlfcn.h>
 
 #include <iostream>
+#include <memory>
+#include <stdexcept>
+#include <string>
 
 using namespace KivFisheyeLib;
 

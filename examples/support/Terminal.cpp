@@ -43,6 +43,9 @@ bool SendAll(const std::string& text) {
 }  // namespace
 
 Terminal::Terminal(Mouse mouse) : m_mouse(mouse) {
+    if (isatty(STDOUT_FILENO) == 0) {
+        throw std::runtime_error("standard output is not a terminal");
+    }
     termios mode{};
     if (tcgetattr(STDIN_FILENO, &mode) == 0) {
         m_modeBefore = mode;

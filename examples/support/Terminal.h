@@ -16,6 +16,7 @@ class Terminal {
 public:
     enum class Mouse { Unused, Used };
 
+    /// Throws `std::runtime_error` when standard output is no terminal. Keys may come from anywhere.
     explicit Terminal(Mouse mouse = Mouse::Unused);
     ~Terminal();
     Terminal(const Terminal&) = delete;

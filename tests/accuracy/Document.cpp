@@ -153,8 +153,9 @@ void WriteBesideScalar(const PictureFigures& pictures, std::ostream& out) {
            "with the higher number |\n\n"
         << Paragraph(
                "`GetCPUInstructionSet()` tells the processor's level: 5 and 6 run `SSE41`, 7 and 8 "
-               "`AVX`. Contexts and the command-line tool make panoramas by tables; direct ones "
-               "are what `CPanoramaSimpleConverter` and `CDualPanoramaSimpleConverter` make.")
+               "`AVX`. Contexts and the command-line tool make panoramas by address tables; "
+               "direct ones are what `CPanoramaSimpleConverter` and "
+               "`CDualPanoramaSimpleConverter` make.")
         << Paragraph(
                "Of the output pixels that both forms show, *differ* is the share that come "
                "from another source pixel than in the `C` form, and *farthest* the largest "
@@ -228,16 +229,16 @@ void WriteReproduction(int geometries, std::ostream& out) {
                "`scripts/accuracy` builds the program that measures, and writes this page anew. "
                "The figures are extremes and means over " +
                std::to_string(geometries) +
-               " random geometries of each family and source size, the same ones in every run: "
-               "lenses with semi-axes of 0.3 to 0.6 of the frame, one in four a circle that "
-               "touches the frame's edges; inner radii of up to 0.8 of the outer; pans all round; "
-               "wall angles of 10 to 90 degrees; virtual cameras of all mounts in all directions "
-               "at zooms of 1 to 10, one in four at 1. Full panoramas are up to twice as wide as "
-               "the source, dual ones and walls up to its width and virtual cameras up to 512 "
-               "pixels, all a multiple of 8. Pixels have 24 and 32 bits by turns, and tables and "
-               "ceilings count together. Exact geometry is computed in double precision and shares "
-               "no code with the library; it takes from it only how a virtual camera limits its "
-               "angles, and where its eye is.");
+               " random geometries of each family and source size, the same ones in every run. "
+               "Lenses have semi-axes of 0.3 to 0.6 of the frame, and one in four is a circle that "
+               "touches the frame's edges. Inner radii are up to 0.8 of the outer, pans go all "
+               "round, and wall angles are 10 to 90 degrees. Virtual cameras of all mounts look in "
+               "all directions at zooms of 1 to 10, one in four at 1. Full panoramas are up to "
+               "twice as wide as the source, dual ones and walls up to its width and virtual "
+               "cameras up to 512 pixels, all a multiple of 8. Pixels have 24 and 32 bits by "
+               "turns, and table and ceiling cameras count together. Exact geometry is computed "
+               "in double precision and shares no code with the library; it takes from it only "
+               "how a virtual camera limits its angles, and where its eye is.");
     WriteBounds(out);
     out << Paragraph(
         "The figures are those of " + Processor() +

@@ -40,8 +40,8 @@ bool IsNear(const Drawing& drawing, double x, double y) {
     return Outline(drawing.points, kWidth, kHeight).DistanceTo({x, y}) <= kDot;
 }
 
-/// Every point has its colour, unless a later drawing may have covered it; pixels that are away from
-/// all of them are as they were.
+/// Every point has its colour, unless a later drawing may have covered it; pixels that are away
+/// from all of them are as they were.
 void ExpectDrawn(const Picture& drawn, const std::vector<Drawing>& drawings) {
     ASSERT_EQ(drawn.width, std::uint32_t{kWidth});
     ASSERT_EQ(drawn.height, std::uint32_t{kHeight});
@@ -95,13 +95,21 @@ TEST(DrawOutlines, OfFullPanoramasBoundTheRing) {
 
 TEST(DrawOutlines, OfDualPanoramasAreTwoHalves) {
     for (const float pan : {0.0F, 70.0F, 250.0F}) {
-        // A growing pan turns the halves of a table anticlockwise, and those of a ceiling clockwise.
+        // A growing pan turns the halves of a table anticlockwise, those of a ceiling clockwise.
         ExpectDrawn(Drawn("table", "dual", {pan, 0.0F, 1.0F}),
                     {{HalfRing(kLens, static_cast<double>(pan) + 180.0, kCount), kCyan},
                      {HalfRing(kLens, static_cast<double>(pan), kCount), kYellow}});
         ExpectDrawn(Drawn("ceiling", "dual", {pan, 0.0F, 1.0F}),
                     {{HalfRing(kLens, 180.0 - static_cast<double>(pan), kCount), kCyan},
                      {HalfRing(kLens, -static_cast<double>(pan), kCount), kYellow}});
+    }
+}
+
+TEST(DrawOutlines, OfADualPanoramaThatDoesNotTurnAtHalfATurn) {
+    for (const float pan : {180.0F, -180.0F, 540.0F}) {
+        ExpectDrawn(
+            Drawn("table", "dual", {pan, 0.0F, 1.0F}),
+            {{HalfRing(kLens, 180.0, kCount), kCyan}, {HalfRing(kLens, 0.0, kCount), kYellow}});
     }
 }
 

@@ -141,6 +141,15 @@ TEST(ExampleFiles, AreNotLeftHalfWritten) {
     EXPECT_EQ(folder.Names(), std::set<std::string>{"fisheye.png"});
 }
 
+TEST(ExampleTerminals, MustBeThere) {
+    const ExampleFolder folder(Slopes(64, 64));
+    for (const char* name : {"live-ptz", "click-to-aim"}) {
+        const ProgramRun run = RunProgram(PathOfExample(name), {"wall", folder.Fisheye()});
+        ExpectOneSentence(name, run, 1, "standard output is not a terminal");
+        EXPECT_EQ(run.output, "");
+    }
+}
+
 TEST(ExampleTerminals, MayBeTooSmall) {
     const ExampleFolder folder(Slopes(64, 64));
     for (const char* name : {"live-ptz", "click-to-aim"}) {

@@ -1,8 +1,11 @@
 #include <DownwardFisheyeAlgo.h>
 #include <FrontwardFisheyeAlgo.h>
+#include <KivFisheyeLib.h>
 #include <UpwardFisheyeAlgo.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
@@ -13,8 +16,8 @@
 #include "PanoramaRenderer.h"
 #include "support/CoordinateFrame.h"
 
-// The panorama that a graphics processor draws from the library's grids, pixel by pixel against the
-// one that the library draws itself.
+// The panorama that a graphics processor draws from the library's grids, pixel by pixel against
+// what the grids say and against the panorama that the library draws itself.
 
 using namespace KivFisheyeLib;
 
@@ -104,13 +107,16 @@ Picture OfProcessor(const Scene& scene) {
     return picture;
 }
 
+PanoramaView ViewOf(const Scene& scene, int columns, int rows) {
+    return {scene.mount, scene.view, scene.lens, columns, rows};
+}
+
 Picture OfGraphics(const Scene& scene, int columns, int rows) {
     const OffscreenContext context;
-    const PanoramaView view{scene.mount, scene.view, scene.lens, columns, rows};
     Picture source(static_cast<std::uint32_t>(scene.srcWidth),
                    static_cast<std::uint32_t>(scene.srcHeight));
     source.pixels = SourceOf(scene);
-    return RenderPanorama(source, view, scene.width, scene.height);
+    return RenderPanorama(source, ViewOf(scene, columns, rows), scene.width, scene.height);
 }
 
 std::optional<PixelPlace> PlaceAt(const Picture& picture, int x, int y) {
@@ -124,14 +130,20 @@ double Tolerance(const Scene& scene, float radius, int side) {
     return 1.0 + formError * 2.0 * double{radius} * side;
 }
 
-/// How many pixels, of those that `isCompared` names, show the same place of the lens image in both
-/// pictures; the others are failures.
+/// Of the pixels that were compared.
+struct Agreement {
+    int close = 0;      // the same place of the lens image
+    int identical = 0;  // the same source pixel
+};
+
+/// Compares those pixels of both pictures that `isCompared` names. One that is not close is a
+/// failure.
 template <class IsCompared>
-int CountEqualPlaces(const Scene& scene, const Picture& graphics, const IsCompared& isCompared) {
+Agreement AgreementOf(const Scene& scene, const Picture& graphics, const IsCompared& isCompared) {
     const Picture processor = OfProcessor(scene);
     const double mostX = Tolerance(scene, scene.lens.radiusX, scene.srcWidth);
     const double mostY = Tolerance(scene, scene.lens.radiusY, scene.srcHeight);
-    int count = 0;
+    Agreement agreement;
     for (int y = 0; y < scene.height; ++y) {
         for (int x = 0; x < scene.width; ++x) {
             const auto expected = PlaceAt(processor, x, y);
@@ -139,16 +151,29 @@ int CountEqualPlaces(const Scene& scene, const Picture& graphics, const IsCompar
                 continue;
             }
             const auto place = PlaceAt(graphics, x, y);
-            const bool isEqual = place && std::abs(place->column - expected->column) <= mostX &&
+            const bool isClose = place && std::abs(place->column - expected->column) <= mostX &&
                                  std::abs(place->row - expected->row) <= mostY;
-            EXPECT_TRUE(isEqual) << "at " << x << ", " << y << " the processor shows " << *expected;
-            if (!isEqual) {
-                return count;
+            EXPECT_TRUE(isClose) << "at " << x << ", " << y << " the processor shows " << *expected;
+            if (!isClose) {
+                return agreement;
             }
-            ++count;
+            ++agreement.close;
+            agreement.identical += *place == *expected ? 1 : 0;
         }
     }
-    return count;
+    return agreement;
+}
+
+/// The source pixel, with its fraction, at a coordinate of the grid along a side of the frame.
+double SourcePixel(float lensCoordinate, float radius, int side) {
+    return (side - 1) * (0.5 + 2.0 * double{radius} * double{lensCoordinate});
+}
+
+/// From SSE4.1 on the library takes the nearest source pixel, as the graphics processor does; below
+/// it cuts the fraction off.
+bool TakesTheNearestPixel() {
+    constexpr int kSse41 = 5;
+    return GetCPUInstructionSet() >= kSse41;
 }
 
 class GpuPanorama : public testing::TestWithParam<Scene> {
@@ -156,16 +181,48 @@ protected:
     const Scene& scene = GetParam();
     const int grids = scene.view == ViewTypeDualPanorama ? 2 : 1;
     const int gridHeight = scene.height / grids;
-};
+    const int inside = (scene.width - 2) * (gridHeight - 2) * grids;
 
-TEST_P(GpuPanorama, ShowsWhatTheProcessorShows) {
-    const auto isInside = [&](int x, int y) {
+    /// Away from the edges of the grids, whose vertices reach out.
+    bool IsInside(int x, int y) const {
         const int row = y % gridHeight;
         return x > 0 && x < scene.width - 1 && row > 0 && row < gridHeight - 1;
-    };
-    const int inside = (scene.width - 2) * (gridHeight - 2) * grids;
-    EXPECT_EQ(CountEqualPlaces(scene, OfGraphics(scene, scene.width, gridHeight), isInside),
-              inside);
+    }
+};
+
+TEST_P(GpuPanorama, ShowsTheSourcePixelsNearestToTheGridsPoints) {
+    // Single precision, and what the graphics processor interpolates.
+    constexpr double kNearest = 0.5 + 2e-3;
+    const Picture picture = OfGraphics(scene, scene.width, gridHeight);
+    // A vertex for every pixel, in the same order.
+    const std::vector<float> points =
+        MakePanoramaMesh(ViewOf(scene, scene.width, gridHeight), scene.width, scene.height)
+            .lensPoints;
+    int compared = 0;
+    for (int y = 0; y < scene.height; ++y) {
+        for (int x = 0; x < scene.width; ++x) {
+            const auto place = PlaceAt(picture, x, y);
+            if (!IsInside(x, y) || !place) {
+                continue;
+            }
+            const auto at = std::size_t{2} * static_cast<std::size_t>(y * scene.width + x);
+            const double column = SourcePixel(points[at], scene.lens.radiusX, scene.srcWidth);
+            const double row = SourcePixel(points[at + 1], scene.lens.radiusY, scene.srcHeight);
+            ASSERT_LE(std::fabs(place->column - column), kNearest) << "at " << x << ", " << y;
+            ASSERT_LE(std::fabs(place->row - row), kNearest) << "at " << x << ", " << y;
+            ++compared;
+        }
+    }
+    EXPECT_EQ(compared, inside);
+}
+
+TEST_P(GpuPanorama, ShowsWhatTheProcessorShows) {
+    const Agreement agreement = AgreementOf(scene, OfGraphics(scene, scene.width, gridHeight),
+                                            [this](int x, int y) { return IsInside(x, y); });
+    EXPECT_EQ(agreement.close, inside);
+    if (TakesTheNearestPixel()) {
+        EXPECT_GE(agreement.identical, 0.999 * inside);
+    }
 }
 
 TEST_P(GpuPanorama, DrawsEveryPixel) {
@@ -188,7 +245,7 @@ TEST_P(GpuPanorama, OfACoarseGridIsRightAtItsVertices) {
     const auto isVertex = [](int x, int y) {
         return x > 0 && x < 63 && x % 9 == 0 && (y % 22 == 7 || y % 22 == 14);
     };
-    EXPECT_EQ(CountEqualPlaces(coarse, OfGraphics(coarse, 8, 4), isVertex), 6 * 2 * grids);
+    EXPECT_EQ(AgreementOf(coarse, OfGraphics(coarse, 8, 4), isVertex).close, 6 * 2 * grids);
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenes, GpuPanorama, testing::ValuesIn(kScenes),

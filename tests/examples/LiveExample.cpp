@@ -29,6 +29,12 @@ int OpenTerminal() {
     return user;
 }
 
+std::vector<std::string> Joined(std::vector<std::string> words,
+                                const std::vector<std::string>& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
 /// Starts a program in a terminal, which loses its mode when its leader ends: so this is none.
 pid_t StartIn(const char* terminal, const std::string& errors, std::vector<std::string> words) {
     std::vector<char*> pointers;
@@ -55,13 +61,14 @@ pid_t StartIn(const char* terminal, const std::string& errors, std::vector<std::
 
 LiveExample::LiveExample(const std::string& name, const std::vector<std::string>& arguments,
                          int columns, int rows)
+    : LiveExample(Joined({PathOfExample(name)}, arguments), columns, rows) {}
+
+LiveExample::LiveExample(const std::vector<std::string>& words, int columns, int rows)
     : m_screen(columns, rows),
       m_user(OpenTerminal()),
       m_line(open(ptsname(m_user), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
     Resize(columns, rows);
     m_firstMode = Mode();
-    std::vector<std::string> words{PathOfExample(name)};
-    words.insert(words.end(), arguments.begin(), arguments.end());
     m_child = StartIn(ptsname(m_user), m_streams.File("errors"), words);
 }
 

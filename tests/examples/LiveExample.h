@@ -15,6 +15,8 @@ class LiveExample {
 public:
     LiveExample(const std::string& name, const std::vector<std::string>& arguments, int columns,
                 int rows);
+    /// A program by its path, and its arguments.
+    LiveExample(const std::vector<std::string>& words, int columns, int rows);
     ~LiveExample();
     LiveExample(const LiveExample&) = delete;
     LiveExample& operator=(const LiveExample&) = delete;

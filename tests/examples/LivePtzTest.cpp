@@ -17,7 +17,8 @@ const std::string kRight = "\033[C";
 const std::string kLeft = "\033[D";
 const std::string kStart = "pan 0.0, tilt 0.0, zoom 2.0; ";
 
-/// `live-ptz` before a picture of slopes, in a terminal of 70 by 21 cells that has begun to show it.
+/// `live-ptz` before a picture of slopes, in a terminal of 70 by 21 cells that has begun to show
+/// it.
 class LivePtz : public testing::Test {
 protected:
     explicit LivePtz(const std::string& mount = "wall")
@@ -168,20 +169,20 @@ TEST_F(LivePtzOnCeiling, TurnsBeyondTheStart) {
         0);
 }
 
-TEST(LivePtzWithoutATerminal, ShowsAllKeysOfAPipeAndEnds) {
+TEST(LivePtzWithoutAKeyboard, ShowsAllKeysOfAPipeAndEnds) {
     const Picture fisheye = Slopes(256, 256);
     const ExampleFolder folder(fisheye);
-    const ProgramRun run = RunProgram("/bin/sh", {"-c", "printf '\\033[C+' | \"$0\" table \"$1\"",
-                                                  PathOfExample("live-ptz"), folder.Fisheye()});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.errors, "");
-    Screen screen(80, 24);
-    screen.Write(run.output);
-    EXPECT_EQ(screen.Row(23).rfind("pan 5.0, tilt 0.0, zoom 2.5; ", 0), 0U) << screen.Row(23);
-    screen.ExpectPicture(
+    LiveExample live({"/bin/sh", "-c", "printf '\\033[C+' | \"$0\" table \"$1\"",
+                      PathOfExample("live-ptz"), folder.Fisheye()},
+                     80, 24);
+    EXPECT_EQ(live.Wait(), 0);
+    EXPECT_EQ(live.Errors(), "");
+    EXPECT_EQ(live.Shown().Row(23).rfind("pan 5.0, tilt 0.0, zoom 2.5; ", 0), 0U)
+        << live.Shown().Row(23);
+    live.Shown().ExpectPicture(
         FlattenedByLibrary(fisheye, SquareView(MountTypeTable, ViewTypeVCam, 5, 0, 2.5F), 80, 46),
         0);
-    EXPECT_TRUE(screen.Surprises().empty());
+    EXPECT_TRUE(live.Shown().Surprises().empty());
 }
 
 }  // namespace

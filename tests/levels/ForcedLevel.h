@@ -11,7 +11,7 @@ extern int forcedLevel;
 /// The level that a word names, or `kLevelNotSet`. The word may be null.
 int LevelOfWord(const char* word);
 
-/// The instructions that the kernels of a level need and this processor lacks; null when it has all.
+/// The instructions that a level's kernels need and this processor lacks; null when it has all.
 const char* MissingInstructions(int level);
 
 /// Sets `forcedLevel`. Where this processor lacks instructions, says so and returns false.

@@ -52,26 +52,28 @@ std::string LargestShareOfLists(const MemoryMeasurements& measured) {
 void WriteRule(const MemoryMeasurements& measured, std::ostream& out) {
     out << R"(# How much memory a context takes
 
-The client's frames are its own and do not count here. All of the rest is on the heap of the process:
+The client's frames are its own and do not count here. All of the rest is on the heap of the
+process:
 
-- **A virtual camera** holds its objects, a few hundred bytes, whatever the sizes. `Process` takes one block
-  for the time of the call: 12 bytes for each pixel of an output row with AVX, nothing with SSE4.1, and 4
-  bytes for each input row below that and on Arm.
-- **A panorama** holds a table of 4 bytes for each output pixel and a list of the cache lines of the input
-  that the table leads to: 4 bytes for each line, of which there is at most one for each 64 bytes of input
-  and one for each 4 pixels of output, and 4 for each output row and each 2048 columns of it, or 256 columns
-  in panoramas of more than 4 Mi pixels. In the recommended size that list adds up to )"
-        << LargestShareOfLists(measured) << R"(.
-  `Process` takes nothing.
-- **A setter** that builds a table lets go of the old one first. Until it returns it takes, beside what it
-  leaves behind, 1 byte for each 64 bytes of input and a second list, as long as the first might have
-  become; or where that is more, 8 bytes for each output column, and 4 for each input row in scalar form.
-- **`Snapshot`** takes two pictures of the recommended size, of which one is the block that it hands out with
-  its 64 bytes of header, and in a panorama a table of its own, built as by a setter; of a virtual camera,
-  what `Process` takes. Everything but the block is given back at once.
+- **A virtual camera** holds its objects, a few hundred bytes, whatever the sizes. `Process` takes
+  one block for the time of the call: 12 bytes for each pixel of an output row with AVX, nothing
+  with SSE4.1, and 4 bytes for each input row below that and on Arm.
+- **A panorama** holds an address table of 4 bytes for each output pixel, and a list of the cache
+  lines of the input that the table leads to. The list has 4 bytes for each line, of which there is
+  at most one for each 64 bytes of input and one for each 4 pixels of output. It has 4 more for each
+  output row and each 2048 columns of it, or 256 columns in panoramas of more than 4 Mi pixels. In
+  the recommended size it adds up to )"
+        << LargestShareOfLists(measured) << R"(. `Process` takes nothing.
+- **A setter** that builds an address table lets go of the old one first. Until it returns it takes,
+  beside what it leaves behind, 1 byte for each 64 bytes of input and a second list, as long as the
+  first might have become; or where that is more, 8 bytes for each output column, and 4 for each
+  input row in scalar form.
+- **`Snapshot`** takes two pictures of the recommended size, of which one is the block that it hands
+  out with its 64 bytes of header. A panorama takes an address table of its own too, built as by a
+  setter, and a virtual camera what `Process` takes. Everything but the block is given back at once.
 
-Contexts share nothing, so several take the sum. In the recommended size reckon a panorama as 4.25 bytes for
-each output pixel and, while it is set, 5 bytes more for each 64 bytes of input.
+Contexts share nothing, so several take the sum. In the recommended size reckon a panorama as 4.25
+bytes for each output pixel and, while it is set, 5 bytes more for each 64 bytes of input.
 )";
 }
 
@@ -87,14 +89,14 @@ void WriteResident(const MemoryMeasurements& measured, std::ostream& out) {
            "from its common heap, where small blocks of\nanyone's may pin what lies below them. A "
            "program that sets panoramas again and again, and wants the memory\nback, calls "
            "`mallopt(M_MMAP_THRESHOLD, 128 * 1024)` once at its start. A context for a full "
-           "panorama of a\nceiling camera, the largest table above, added to a process, in MiB:\n\n"
+           "panorama of a\nceiling camera, with the largest source above, added to a process, in "
+           "MiB:\n\n"
         << "| | When set | After " << kRebuilds
         << " times more | After the context's end |\n|---|---:|---:|---:|\n";
     row("glibc as it is", measured.resident);
     row("with that call", measured.residentMapped);
     out << "\nThe first row depends on what else the process has on its heap: runs of the same "
-           "program "
-           "gave 98 to 128.\n";
+           "program gave 98 to 128.\n";
 }
 
 }  // namespace

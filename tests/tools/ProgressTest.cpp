@@ -108,7 +108,8 @@ TEST(Progress, TellsTheTimeWhenTheNumberOfFramesIsUnknown) {
     const std::string shown = ShownUntil(" s", folder,
                                          {"dewarp", "input.mjpeg", "output.mp4", "--mount", "table",
                                           "--view", "full", "--size", "4096x1024"});
-    // On a busy machine reading takes the second after which there is a line, and flattening none yet.
+    // On a busy machine reading takes the second after which there is a line, and flattening none
+    // yet.
     EXPECT_TRUE(Contains(shown, "flattening frame [1-9][0-9]*, [0-9]+ s")) << shown;
     EXPECT_EQ(shown.find('%'), std::string::npos) << shown;
 }

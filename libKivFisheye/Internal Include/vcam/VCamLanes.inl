@@ -1,7 +1,7 @@
 // The geometry of the virtual camera's vector forms. Included once for each width of lanes, inside
-// the form's namespace and target region. The namespace names its lanes `Floats` and has the functions
-// on them and `LaneGroups` at hand. Unlike in the scalar form rays are stepped and not formed anew,
-// and the arccosine is the lanes' own.
+// the form's namespace and target region. The namespace names its lanes `Floats` and has the
+// functions on them and `LaneGroups` at hand. Unlike in the scalar form rays are stepped and not
+// formed anew, and the arccosine is the lanes' own.
 
 #include "SampleLanes.inl"
 
