@@ -76,6 +76,10 @@ std::string SentenceOf(const CLI::ArgumentMismatch& error) {
 
 int Run(int argc, char** argv) {
     CommandLine app;
+    // Whoever misspells a name wants to hear of that before what is then wrong or missing.
+    const auto complain = [&](const char* sentence) {
+        return Complain(HasUnknownName(app) ? ComplaintAboutWords(app) : sentence, kUsage);
+    };
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty()) {
@@ -86,12 +90,12 @@ int Run(int argc, char** argv) {
     } catch (const CLI::ArgumentMismatch& error) {
         return Complain(SentenceOf(error), kUsage);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
-            app.exit(error);
-        } else {
-            // Whoever misspells a name wants to hear of that before what is then wrong or missing.
-            return Complain(HasUnknownName(app) ? ComplaintAboutWords(app) : error.what(), kUsage);
+        if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) {
+            return complain(error.what());
         }
+        app.exit(error);
+    } catch (const UsageError& error) {
+        return complain(error.what());
     }
     if (!std::cout.flush()) {
         return Complain("cannot write to standard output", kFailure);
@@ -111,8 +115,6 @@ int main(int argc, char** argv) {
         return Run(argc, argv);
     } catch (const Stopped& stopped) {
         return Complain(stopped.what(), kSignal + stopped.Signal());
-    } catch (const UsageError& error) {
-        return Complain(error.what(), kUsage);
     } catch (const std::bad_alloc&) {
         return Complain("there is not enough memory", kFailure);
     } catch (const std::exception& error) {

@@ -113,6 +113,9 @@ public:
         }
     }
 
+    PlaceFinder(const PlaceFinder&) = delete;
+    PlaceFinder& operator=(const PlaceFinder&) = delete;
+
     const SourcePlaces& Places() const { return m_places; }
 
 private:
