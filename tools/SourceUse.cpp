@@ -47,14 +47,18 @@ std::optional<Range> StepsOf(const SourcePlaces& places, std::uint32_t parts, st
     const Size output = places.Output();
     const std::uint32_t height = output.height / parts;
     Steps steps;
-    for (std::uint32_t row = 0; across + down > 0 && row < parts * height; ++row) {
-        const bool isInOnePart = row % height + down < height;
-        for (std::uint32_t column = 0; isInOnePart && column + across < output.width; ++column) {
+    const auto addRow = [&](std::uint32_t row) {
+        for (std::uint32_t column = 0; column + across < output.width; ++column) {
             const auto from = places.PlaceAt(column, row);
             const auto to = places.PlaceAt(column + across, row + down);
             if (from && to) {
                 steps.Add(std::hypot(to->x - from->x, to->y - from->y) / (across + down));
             }
+        }
+    };
+    for (std::uint32_t part = 0; across + down > 0 && part < parts; ++part) {
+        for (std::uint32_t row = 0; row + down < height; ++row) {
+            addRow(part * height + row);
         }
     }
     return steps.All();
