@@ -235,8 +235,7 @@ void AddAngleOptions(CLI::App* command, AngleArguments* arguments) {
         "camera does not turn; a dual panorama at exactly 180 is that at 0. Virtual camera: "
         "ceiling 0 looks to the picture's top and runs clockwise on it, table 0 looks to its "
         "bottom and runs anticlockwise, wall has the right positive, as far as the view stays "
-        "inside "
-        "the lens image: 45 degrees at a zoom of 2, 85 at 10");
+        "inside the lens image: 45 degrees at a zoom of 2, 85 at 10");
     CLI::Option* tilt = command->add_option(
         "--tilt", arguments->tilt,
         "Virtual camera: degrees off the lens's axis, from a zoom of 2 on. Positive for a "

@@ -56,7 +56,8 @@ void WarnOfTheDualPanorama(const ViewFacts& facts, Warnings* warnings) {
 
 /// The directions in which a number of the view's spans is one to warn of, with this number.
 template <class IsWorthAWarning>
-std::string Steps(const SourceUse& use, double Range::*number, IsWorthAWarning isWorthAWarning) {
+std::string WordsForSteps(const SourceUse& use, double Range::*number,
+                          IsWorthAWarning isWorthAWarning) {
     std::vector<std::string> directions;
     const auto note = [&](const std::optional<Range>& steps, const char* direction) {
         if (steps && isWorthAWarning((*steps).*number)) {
@@ -73,7 +74,7 @@ std::string Steps(const SourceUse& use, double Range::*number, IsWorthAWarning i
 void WarnOfUpsampling(const SourceUse& use, Warnings* warnings) {
     constexpr double kAboutOne = 0.95;
     const std::string steps =
-        Steps(use, &Range::most, [](double most) { return most < kAboutOne; });
+        WordsForSteps(use, &Range::most, [](double most) { return most < kAboutOne; });
     if (!steps.empty()) {
         warnings->push_back(
             "the output upsamples the source: for each of its pixels there are at most " + steps);
@@ -83,7 +84,8 @@ void WarnOfUpsampling(const SourceUse& use, Warnings* warnings) {
 /// A panorama's rim has 1.57 across in the recommended size, but its rows have less on average.
 void WarnOfSkipping(const SourceUse& use, Warnings* warnings) {
     constexpr double kMany = 1.5;
-    const std::string steps = Steps(use, &Range::mean, [](double mean) { return mean >= kMany; });
+    const std::string steps =
+        WordsForSteps(use, &Range::mean, [](double mean) { return mean >= kMany; });
     if (!steps.empty()) {
         warnings->push_back(
             "the output skips source pixels: for each of its pixels, which shows "
